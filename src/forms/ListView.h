@@ -1,0 +1,79 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <QTreeView>
+#include <memory>
+
+namespace qinghe {
+
+class ListModel;
+
+/// A row of a `ListView`. It lives as long as it is in the list. Changes by code show at once and
+/// raise no event.
+class ListItem {
+ public:
+  QString key() const { return key_; }
+  void setKey(const QString& key) { key_ = key; }  ///< keys need not be unique
+  QString text() const { return text_; }
+  void setText(const QString& text);
+  QString subItem(int column) const;  ///< from 1; empty when unset
+  void setSubItem(int column, const QString& text);
+  QString tag() const { return tag_; }
+  void setTag(const QString& tag) { tag_ = tag; }
+  QString icon() const { return icon_; }
+  void setIcon(const QString& imageKey);
+  bool isChecked() const { return checked_; }
+  void setChecked(bool checked);
+  int row() const { return row_; }
+
+ private:
+  friend class ListModel;
+  ListModel* model_ = nullptr;
+  int row_ = 0;
+  bool checked_ = false;
+  QString key_, text_, tag_, icon_;
+  QStringList subItems_;
+};
+
+/// A list of rows with columns, check boxes and icons, quick with 100,000 rows. One row is selected
+/// whenever there is one: the first row added to an empty list becomes it, and neither empty space
+/// nor Ctrl takes it away.
+///
+/// The signals tell what the user does, never what code does.
+class ListView : public QTreeView {
+  Q_OBJECT
+
+ public:
+  explicit ListView(const QString& name, QWidget* parent = nullptr);
+  ~ListView() override;
+
+  void addColumn(const QString& title, int width);  ///< width in pixels
+  void setColumnWidths(const QList<int>& widths);
+  void setCheckBoxes(bool on);
+
+  /// Adds a row at the end.
+  ListItem* addItem(const QString& key, const QString& text, const QString& icon = {});
+  void clearItems();
+  void removeItem(ListItem* item);
+  int itemCount() const;
+  ListItem* itemAt(int row) const;
+  ListItem* itemUnder(const QPoint& viewportPosition) const;  ///< null in empty space
+
+  ListItem* selectedItem() const;  ///< null in an empty list
+  void setSelectedItem(ListItem* item);
+
+ signals:
+  /// A press on a row, or a key that moved to it. The selection already stands on it.
+  void itemClick(qinghe::ListItem* item);
+  /// The user changed a check box, by mouse or space key; alone, without selection or click.
+  void itemCheck(qinghe::ListItem* item);
+  void mouseDown(Qt::MouseButton button, const QPoint& position);
+  void mouseUp(Qt::MouseButton button, const QPoint& position);
+  void columnClick(int column);
+
+ private:
+  ListModel* model_;
+};
+
+}  // namespace qinghe

@@ -1,0 +1,65 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <chrono>
+#include <functional>
+#include <memory>
+
+#include "values/failure.h"
+
+namespace qinghe {
+
+/// A transfer that brought no whole answer: no connection, time-out, broken or oversized body.
+class TransferError : public Failure {
+ public:
+  explicit TransferError(const QString& what);
+};
+
+/// The one transfer control of the program: blocking GET, POST in the background, one kept
+/// connection.
+///
+/// A URL goes over the wire byte for byte as it was built, in the code page; only bytes below 0x20
+/// and 0x7F are escaped, and "#" cuts. Status code and content type of an answer are ignored,
+/// redirects are followed on http and https only, bodies are bounded by `bodyLimit`.
+class Inet : public QObject {
+  Q_OBJECT
+
+ public:
+  explicit Inet(QObject* parent = nullptr);
+  ~Inet() override;
+
+  /// Fetches a page and returns its text (code page). Blocks the caller, while the windows go on
+  /// painting and nothing else runs. Throws `TransferError`; throws too when one is running.
+  QString OpenURL(const QString& url);
+
+  /// Starts a POST and returns; `body` goes out in the code page. Its end frees the busy flag
+  /// without any event loop. Throws `TransferError` when the URL is unusable or a transfer runs.
+  void Execute(const QString& url, const QString& method, const QString& body,
+               const QString& headers);
+
+  bool StillExecuting() const;
+  /// Ends whatever runs, soon; returns when the control is free again.
+  void Cancel();
+
+  /// 0: the system's own proxy settings; 1: direct; 2: the proxies of `Proxy` in turn (direct if
+  /// none is named), for loopback hosts too; anything else: direct.
+  qint16 AccessType = 0;
+  /// "HTTP=host:port" entries with a blank between them.
+  QString Proxy;
+
+  /// A whole transfer may take this long.
+  std::chrono::milliseconds timeLimit{60'000};
+  /// Longer bodies are an error.
+  qsizetype bodyLimit = qsizetype{64} * 1024 * 1024;
+
+  /// Called with true when a blocking read begins and false when it is over, so that timers and
+  /// sockets can hold back their events meanwhile.
+  std::function<void(bool)> onBlocking;
+
+ private:
+  struct Private;
+  std::unique_ptr<Private> d;
+};
+
+}  // namespace qinghe

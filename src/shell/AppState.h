@@ -1,0 +1,63 @@
+#pragma once
+
+#include <QString>
+#include <memory>
+
+#include "forms/FormsState.h"
+#include "portal/GetHtml.h"
+#include "portal/Inet.h"
+#include "portal/PortalState.h"
+#include "shell/LinkMonitor.h"
+#include "shell/Settings.h"
+#include "shell/Tray.h"
+#include "store/GetData.h"
+
+namespace qinghe {
+
+/// The application's state, one for the whole program, and afresh in each test. The names beginning
+/// with "g" are the variables that screens share; the rest is what they stand on.
+struct AppState : PortalState {
+  AppState();
+  ~AppState();
+  AppState(const AppState&) = delete;
+  AppState& operator=(const AppState&) = delete;
+
+  bool gLoggedIn = false;
+  qint16 gAutoDial = 0;
+  qint16 gAutoPeer = 0;
+  qint16 gAccessType = 0;
+  QString gProxy;
+  qint16 gLoginMode = 0;  ///< 0 nobody, 1 online, 2 local only
+  qint16 gShxiKind = 0;
+  qint16 gPageSize = 0;
+  qint16 gViewPict = 0;
+  qint16 gHayeId = 0;
+  QString gHayeName;
+  qint16 gQiyeId = 0;   ///< the enterprise's id on the portal, 0 for none
+  qint16 gLocalId = 0;  ///< the id of its row in the local `QYXX`
+  QString gUserNo;
+  QString gUserName;
+  qint16 gUserLevel = 0;  ///< 0 free, 1 formal, 2 VIP
+
+  QString programDirectory;
+  Settings settings;
+  Inet inetQuotes;
+  std::unique_ptr<LinkMonitor> links;  ///< the machine's network links
+  std::unique_ptr<Dialer> dialer;
+  std::unique_ptr<StoreHost> storeHost;
+  StoreState store;
+  FormsState forms;
+  Tray tray;
+};
+
+/// The living application state.
+AppState& app();
+
+/// The product's title, and "major.minor.revision" of the program.
+QString productTitle();
+struct Version {
+  int major, minor, revision;
+};
+Version programVersion();
+
+}  // namespace qinghe
