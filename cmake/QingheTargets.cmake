@@ -45,6 +45,9 @@ function(qinghe_test name)
   set_target_properties(${name} PROPERTIES AUTOMOC ON)
   target_link_libraries(${name} PRIVATE ${ARG_DEPENDS} GTest::gtest GTest::gmock qinghe_flags)
   target_include_directories(${name} PRIVATE "${CMAKE_SOURCE_DIR}/tests" "${CMAKE_SOURCE_DIR}")
+  target_compile_options(${name} PRIVATE
+    "SHELL:-include ${CMAKE_SOURCE_DIR}/tests/support/text_printing.h")
+  target_link_libraries(${name} PRIVATE Qt6::Core)
   add_test(NAME ${name} COMMAND ${name})
   set_tests_properties(${name} PROPERTIES
     TIMEOUT ${ARG_TIMEOUT}

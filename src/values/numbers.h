@@ -32,8 +32,12 @@ bool toBoolean(QStringView text);
 /// Decimal text with up to 15 significant digits, without padding: "25.5", "8", "1E+20".
 QString textOf(double value);
 QString textOf(qint64 value);
-inline QString textOf(int value) { return textOf(static_cast<qint64>(value)); }
-inline QString textOf(qint16 value) { return textOf(static_cast<qint64>(value)); }
+inline QString textOf(int value) {
+  return textOf(static_cast<qint64>(value));
+}
+inline QString textOf(qint16 value) {
+  return textOf(static_cast<qint64>(value));
+}
 /// "True" or "False".
 QString textOf(bool value);
 
