@@ -17,6 +17,15 @@ namespace qinghe {
 /// The application's state, one for the whole program, and afresh in each test. The names beginning
 /// with "g" are the variables that screens share; the rest is what they stand on.
 struct AppState : PortalState {
+ private:
+  // Makes this state the living one, before anything else of it lives and until all of it is gone.
+  struct Seat {
+    explicit Seat(AppState& state);
+    ~Seat();
+    AppState* previous;
+  } seat_{*this};
+
+ public:
   AppState();
   ~AppState();
   AppState(const AppState&) = delete;
@@ -39,7 +48,7 @@ struct AppState : PortalState {
   QString gUserName;
   qint16 gUserLevel = 0;  ///< 0 free, 1 formal, 2 VIP
 
-  QString programDirectory;
+  QString programDirectory;  ///< where `DATA.MDB` and the help file lie
   Settings settings;
   Inet inetQuotes;
   std::unique_ptr<LinkMonitor> links;  ///< the machine's network links
@@ -53,11 +62,15 @@ struct AppState : PortalState {
 /// The living application state.
 AppState& app();
 
-/// The product's title, and "major.minor.revision" of the program.
+/// The product's title, which is also the main window's.
 QString productTitle();
+
+/// The program's version; the login tells the first two numbers.
 struct Version {
   int major, minor, revision;
 };
 Version programVersion();
+/// "版本 1.0.0", as the little windows of start-up show it.
+QString versionText();
 
 }  // namespace qinghe

@@ -11,6 +11,9 @@ class QRadioButton;
 namespace qinghe {
 
 /// "网络设置": all settings of the connection.
+///
+/// The server that it shows is always the built-in one, never the stored one, and confirming stores
+/// what it shows. Whatever way it closes, a store without a server gets what the controls hold.
 class FrmINTERNET : public Form {
   Q_OBJECT
 
@@ -18,6 +21,8 @@ class FrmINTERNET : public Form {
   FrmINTERNET();
 
   void LoadSettings();
+  /// Stores the controls, and gives the transfer control the access type and proxies of the state,
+  /// which are still those from before.
   void SaveSettings();
 
   TextBox* TextWebServer;
@@ -35,9 +40,22 @@ class FrmINTERNET : public Form {
  protected:
   void onLoad() override;
   void onUnload() override;
+
+ private:
+  void makeControls();
+  void layOut();
+  QWidget* serverFrame();
+  QWidget* proxyFrame();
+  QWidget* modeFrame();
+  QWidget* otherSettings();
+  void connectKeys();
+  void addProxy();
+  void removeProxy();
+  void confirm();
 };
 
-/// Reads the settings into the state, in their fixed order, all but the server.
+/// Reads the settings into the state, in their fixed order, all but the server. `gAutoPeer` comes
+/// from the key `AutoDial`, like `gAutoDial`.
 void readSettingsIntoState();
 
 }  // namespace qinghe

@@ -17,10 +17,10 @@ class Tray : public QObject {
   explicit Tray(QObject* parent = nullptr);
   ~Tray() override;
 
-  void add();             ///< "…初始化"
-  void showConnected();   ///< "…已经连网：" + user name
-  void showOffline();     ///< "…尚未连网：" + user name
-  void showWaiting();     ///< "…正在等待：" + user name
+  void add();            ///< "…初始化"
+  void showConnected();  ///< "…已经连网：" + user name
+  void showOffline();    ///< "…尚未连网：" + user name
+  void showWaiting();    ///< "…正在等待：" + user name
   void remove();
 
   State state() const { return state_; }

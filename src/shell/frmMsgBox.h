@@ -18,6 +18,7 @@ class frmMsgBox : public Form {
   QLabel* Label1;  ///< the message line
   QLabel* Label2;  ///< the user number line
   QLabel* Label3;  ///< the user name line
+  QLabel* lblDisclaimer;
   QPushButton* cmdOK;
   FormTimer* Timer1;
 };
