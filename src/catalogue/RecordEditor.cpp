@@ -1,0 +1,188 @@
+#include "catalogue/RecordEditor.h"
+
+#include <QGridLayout>
+#include <QLabel>
+#include <QTimer>
+#include <QVBoxLayout>
+
+#include "forms/Prompts.h"
+#include "forms/Splitter.h"
+#include "shell/AppState.h"
+#include "values/numbers.h"
+
+namespace qinghe {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int firstWidth = 860;
+constexpr int firstHeight = 560;
+constexpr int firstBarPosition = 300;
+
+QString member(const QString& array, int index) {
+  return u"%1(%2)"_s.arg(array).arg(index);
+}
+
+}  // namespace
+
+RecordEditor::RecordEditor(const EditorLook& look)
+    : Form(Kind::Child, look.form, look.caption),
+      Toolbar1(new Toolbar(u"Toolbar1"_s, this)),
+      ListView1(new ListView(u"ListView1"_s, this)),
+      StatusBar1(new StatusBar(u"StatusBar1"_s, this)),
+      look_(look) {
+  for (const EditorButton& button : look_.buttons) {
+    Toolbar1->addButton(button.key, button.caption, button.toolTip);
+  }
+  panes_ = new SplitPane(buildListPane(), buildDetailPane(), this);
+  panes_->setPosition(firstBarPosition);
+
+  auto* all = new QVBoxLayout(this);
+  all->setContentsMargins(0, 0, 0, 0);
+  all->setSpacing(0);
+  all->addWidget(Toolbar1);
+  all->addWidget(panes_, 1);
+  all->addWidget(StatusBar1);
+  resize(firstWidth, firstHeight);
+
+  connect(Toolbar1, &Toolbar::buttonClick, this, &RecordEditor::buttonClick);
+  connect(ListView1, &ListView::itemClick, this, [this](ListItem* item) { itemClick(*item); });
+  connect(ListView1, &ListView::itemCheck, this, [this](ListItem* item) { itemCheck(*item); });
+  connect(panes_, &SplitPane::moved, this, &RecordEditor::fitListColumn);
+}
+
+QWidget* RecordEditor::buildListPane() {
+  auto* pane = new QWidget(this);
+  auto* search = new TextBox(u"txtSelect"_s, TextBox::Lines::One, pane);
+  search->editor()->setAccessibleName(u"查找"_s);
+  ListView1->setCheckBoxes(true);
+  ListView1->setAccessibleName(look_.listColumn);
+  auto* column = new QVBoxLayout(pane);
+  column->setContentsMargins(6, 6, 2, 6);
+  column->addWidget(search);
+  column->addWidget(ListView1, 1);
+  return pane;
+}
+
+QWidget* RecordEditor::buildDetailPane() {
+  auto* pane = new QWidget(this);
+  auto* grid = new QGridLayout(pane);
+  grid->setContentsMargins(10, 6, 12, 10);
+  grid->setHorizontalSpacing(10);
+  grid->setVerticalSpacing(8);
+  grid->setColumnStretch(1, 1);
+  for (const EditorField& field : look_.fields) addField(*grid, field);
+  return pane;
+}
+
+void RecordEditor::addField(QGridLayout& grid, const EditorField& field) {
+  const auto lines = field.memo ? TextBox::Lines::Many : TextBox::Lines::One;
+  auto* box = new TextBox(member(u"txtFields"_s, field.index), lines, this);
+  fields_[field.index] = box;
+  box->editor()->setAccessibleName(field.label.isEmpty() ? field.accessibleName
+                                                         : QString(field.label).remove(u' '));
+  box->setReadOnly(field.industry);
+  if (field.numeric) box->onValidate = [this, box] { return validateNumber(*box); };
+  connect(box, &TextBox::changed, this, [this] { mDirty = true; });
+
+  const int row = grid.rowCount();
+  if (!field.label.isEmpty()) {
+    auto* label = new QLabel(field.label, this);
+    label->setObjectName(member(u"LabelXM"_s, field.index));
+    label->setTextFormat(Qt::PlainText);
+    label->setBuddy(box->editor());
+    grid.addWidget(label, row, 0, field.memo ? Qt::AlignTop : Qt::AlignVCenter);
+  }
+  grid.addWidget(box, row, 1);
+  if (field.memo) grid.setRowStretch(row, 1);
+}
+
+TextBox* RecordEditor::txtFields(int index) const {
+  const auto found = fields_.find(index);
+  return found == fields_.end() ? nullptr : found->second;
+}
+
+bool RecordEditor::validateNumber(TextBox& box) {
+  if (IsNumeric(box.text())) return true;
+  prompts().ask(this, {u"必须是数值,请重新输入"_s});
+  return false;
+}
+
+void RecordEditor::BuildColumns() {
+  ListView1->addColumn(look_.listColumn, firstBarPosition);
+}
+
+void RecordEditor::UpdateToolbar() {
+  Toolbar1->setButtonEnabled(u"Add"_s, AddAllowed);
+  Toolbar1->setButtonEnabled(u"Save"_s, SaveAllowed);
+}
+
+void RecordEditor::fitListColumn() {
+  if (ListView1->model()->columnCount() == 0) return;
+  ListView1->setColumnWidth(0, ListView1->viewport()->width() - look_.listColumnInset);
+}
+
+void RecordEditor::onResize() {
+  // The panes get their sizes behind this event, and the list's scroll bar behind those.
+  QTimer::singleShot(0, this, &RecordEditor::fitListColumn);
+}
+
+void RecordEditor::addRow() {
+  ListItem* item = ListView1->addItem({}, look_.newRowText);
+  item->setChecked(true);
+  ListView1->setSelectedItem(item);
+  clearFields();
+  setFieldsAfterAdd();
+}
+
+void RecordEditor::clearFields() {
+  for (const auto& [index, box] : fields_) box->setText({});
+}
+
+void RecordEditor::setFieldsAfterAdd() {
+  for (const EditorField& field : look_.fields) {
+    if (field.industry) {
+      txtFields(field.index)->setText(app().gHayeName);
+    } else if (field.afterAdd) {
+      txtFields(field.index)->setText(*field.afterAdd);
+    }
+  }
+}
+
+void RecordEditor::showIndustry() {
+  for (const EditorField& field : look_.fields) {
+    if (field.industry) txtFields(field.index)->setText(app().gHayeName);
+  }
+}
+
+double RecordEditor::selectedId() const {
+  const ListItem* item = ListView1->selectedItem();
+  return item == nullptr ? 0 : Val(item->key());
+}
+
+Answer RecordEditor::askToSave() {
+  return prompts().ask(this,
+                       {u"数据尚未保存，是否保存"_s, {}, Buttons::YesNoCancel, Mark::Question});
+}
+
+void RecordEditor::reportSave(bool saved, const QString& success, const QString& failure) {
+  if (saved) mDirty = false;
+  StatusBar1->setText(saved ? success : failure);
+}
+
+void RecordEditor::onQueryUnload(Cancel& cancel) {
+  if (!mDirty) return;
+  switch (askToSave()) {
+    case Answer::Yes:
+      reportSave(saveOnClose(), u"保存成功！！！"_s, u"保存失败！！！"_s);
+      break;
+    case Answer::Cancel:
+      cancel.value = true;
+      break;
+    default:
+      break;
+  }
+}
+
+}  // namespace qinghe

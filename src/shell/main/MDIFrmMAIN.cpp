@@ -1,0 +1,208 @@
+#include "shell/main/MDIFrmMAIN.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QCursor>
+#include <QDesktopServices>
+#include <QDir>
+#include <QFileInfo>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPainter>
+#include <QPointer>
+#include <QToolBar>
+#include <QUrl>
+
+#include "account/frmLogin_qy.h"
+#include "forms/Form.h"
+#include "forms/Icons.h"
+#include "forms/StatusBar.h"
+#include "shell/AppState.h"
+#include "shell/FrmINTERNET.h"
+#include "shell/frmSplash.h"
+#include "shell/main/LogoutPortal.h"
+#include "shell/main/own_window.h"
+
+namespace qinghe {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int firstWidth = 1180;
+constexpr int firstHeight = 760;
+constexpr int loginDelay = 1000;
+
+/// A child's window in the frame: it goes when its form goes.
+class ChildWindow : public QMdiSubWindow {
+ public:
+  explicit ChildWindow(Form& form) : form_(&form) {
+    setWidget(&form);
+    setAttribute(Qt::WA_DeleteOnClose);
+    setWindowIcon(QApplication::windowIcon());
+    form.installEventFilter(this);
+  }
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (watched == form_ && event->type() == QEvent::Hide && form_->isUnloaded()) {
+      hide();
+      deleteLater();
+    }
+    return QMdiSubWindow::eventFilter(watched, event);
+  }
+
+ private:
+  QPointer<Form> form_;
+};
+
+}  // namespace
+
+MDIFrmMAIN::MDIFrmMAIN()
+    : mnuSystem(new QMenu(u"系统(&S)"_s, this)),
+      Timer1(new FormTimer(u"Timer1"_s, loginDelay, this)),
+      table_(commandTable(*this)),
+      area_(new QMdiArea(this)) {
+  setObjectName(u"MDIFrmMAIN"_s);
+  setWindowTitle(productTitle());
+  mnuSystem->setObjectName(u"mnuSystem"_s);
+  area_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+  area_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+  area_->setBackground(palette().brush(QPalette::Mid));
+  setCentralWidget(area_);
+  setStatusBar(new StatusBar(u"StatusBar1"_s, this));
+  buildCommands();
+  resize(firstWidth, firstHeight);
+
+  app().forms.attachChild = [this](Form& form) { attachChild(form); };
+  connect(Timer1, &FormTimer::timer, this, &MDIFrmMAIN::timerFired);
+  connect(&app().tray, &Tray::leftPressed, this, [this] {
+    RefreshCommands();
+    popUpMenu();
+  });
+}
+
+MDIFrmMAIN::~MDIFrmMAIN() {
+  app().forms.attachChild = nullptr;
+}
+
+void MDIFrmMAIN::buildCommands() {
+  menuBar()->addMenu(mnuSystem);
+  auto* bar = addToolBar(u"工具栏"_s);
+  bar->setObjectName(u"Toolbar1"_s);
+  bar->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+  bar->setMovable(false);
+  for (const Command& entry : table_) {
+    QAction* action = isSeparator(entry) ? mnuSystem->addSeparator()
+                                         : mnuSystem->addAction(iconFor(entry.name), entry.caption);
+    action->setObjectName(entry.name);
+    actions_[entry.name] = action;
+    if (entry.neverOffered) {
+      action->setEnabled(false);
+      action->setVisible(false);
+    }
+    if (entry.run) connect(action, &QAction::triggered, this, entry.run);
+    if (entry.onToolbar && entry.run) bar->addAction(action);
+  }
+  command(u"mnuTempExit"_s)->setShortcut(QKeySequence::Quit);
+}
+
+QAction* MDIFrmMAIN::command(const QString& name) const {
+  return actions_.value(name);
+}
+
+void MDIFrmMAIN::attachChild(Form& form) {
+  const QSize wish = form.size();
+  auto* window = new ChildWindow(form);
+  area_->addSubWindow(window);
+  const QSize room = area_->viewport()->size() - QSize(8, 8);
+  window->resize(wish.boundedTo(room).expandedTo(window->minimumSizeHint()));
+}
+
+void MDIFrmMAIN::RefreshCommands() {
+  const qint16 mode = app().gLoginMode;
+  if (mode < 0 || mode > 2) return;
+  for (const Command& entry : table_) {
+    const Offer offer = entry.offers[static_cast<size_t>(mode)];
+    if (offer == Offer::Untouched) continue;
+    command(entry.name)->setEnabled(offer == Offer::On);
+  }
+}
+
+void MDIFrmMAIN::popUpMenu() {
+  mnuSystem->popup(QCursor::pos());
+}
+
+void MDIFrmMAIN::load() {
+  AppState& state = app();
+  state.gQiyeId = 0;
+  state.gLoggedIn = false;
+  state.gLoginMode = 0;
+  TrayAdd();
+  firstRun();
+  state.gWebServer = u"HTTP://"_s + state.settings.text(u"WebServer"_s) + u"/"_s;
+  readSettingsIntoState();
+  state.inetQuotes.AccessType = state.gAccessType;
+  state.inetQuotes.Proxy = state.gProxy;
+  Timer1->setEnabled(true);
+  show();
+}
+
+void MDIFrmMAIN::firstRun() {
+  if (!app().settings.text(u"WebServer"_s).isEmpty()) return;
+  defaultInstance<FrmINTERNET>().showModal();
+}
+
+void MDIFrmMAIN::timerFired() {
+  Timer1->setEnabled(false);
+  showLogin();
+  unload<frmSplash>();
+}
+
+void MDIFrmMAIN::openHelp() {
+  const QString file = QDir(app().programDirectory).filePath(u"help.chm"_s);
+  if (!QFileInfo::exists(file)) {
+    prompts().ask(this, {u"找不到帮助文件："_s + QDir::toNativeSeparators(file)});
+  } else if (!QDesktopServices::openUrl(QUrl::fromLocalFile(file))) {
+    prompts().ask(this, {u"无法打开帮助文件："_s + QDir::toNativeSeparators(file)});
+  }
+}
+
+bool MDIFrmMAIN::unloadScreens() {
+  for (Form* form : app().forms.registry.loaded()) {
+    if (form->kind() == Form::Kind::Child && !form->unload()) return false;
+  }
+  return true;
+}
+
+void MDIFrmMAIN::closeEvent(QCloseEvent* event) {
+  // A read under way, or the first close at work, lets no second one in.
+  if (app().forms.gate.isHeld()) {
+    event->ignore();
+    return;
+  }
+  if (!stopped_) {
+    if (!unloadScreens()) {
+      event->ignore();
+      return;
+    }
+    stopped_ = true;
+    stop();
+  }
+  event->accept();
+}
+
+void MDIFrmMAIN::stop() {
+  Timer1->setEnabled(false);
+  LogoutPortal();
+  app().inetQuotes.Cancel();
+  TrayRemove();
+  closeWindowTitled(productTitle());
+  // What is still open, such as the login or a report, goes with the frame.
+  for (Form* form : app().forms.registry.loaded()) form->unload();
+  QMetaObject::invokeMethod(qApp, &QCoreApplication::quit, Qt::QueuedConnection);
+}
+
+}  // namespace qinghe

@@ -1,0 +1,113 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+#include <map>
+#include <optional>
+
+#include "forms/Form.h"
+#include "forms/ListView.h"
+#include "forms/StatusBar.h"
+#include "forms/TextBox.h"
+#include "forms/Toolbar.h"
+
+class QGridLayout;
+class QLabel;
+
+namespace qinghe {
+
+class SplitPane;
+
+/// One text box of an editor's detail pane.
+struct EditorField {
+  int index;                             ///< of `txtFields`; members may be missing in between
+  QString label;                         ///< caption of `LabelXM`, empty for none
+  std::optional<QString> afterAdd = {};  ///< what Add puts there
+  bool industry = false;                 ///< shows the company's industry, read-only, saved nowhere
+  bool numeric = false;                  ///< refused on leaving unless it is a number
+  bool memo = false;                     ///< many lines
+  QString accessibleName = {};           ///< for screen readers, where there is no label
+};
+
+struct EditorButton {
+  QString key;
+  QString caption;
+  QString toolTip;
+};
+
+/// What tells one record editor from another on the screen.
+struct EditorLook {
+  QString form;
+  QString caption;
+  QString listColumn;
+  int listColumnInset;  ///< the first column is as wide as the list less this, in pixels
+  QString rowIcon;
+  QString newRowText;  ///< text of a row that Add makes
+  QList<EditorField> fields;
+  QList<EditorButton> buttons;
+};
+
+/// The pattern of all record editors: a list with check boxes, a bar, a detail pane of text boxes,
+/// a toolbar and a status bar. A row's key is its record's id + " ID", its check box the record's
+/// live flag.
+class RecordEditor : public Form {
+  Q_OBJECT
+
+ public:
+  /// Null for a member that the array does not have.
+  TextBox* txtFields(int index) const;
+
+  Toolbar* Toolbar1;
+  ListView* ListView1;
+  StatusBar* StatusBar1;
+
+ protected:
+  explicit RecordEditor(const EditorLook& look);
+
+  virtual void BuildColumns();
+  virtual void UpdateToolbar();
+  virtual void itemClick(ListItem& item) = 0;
+  virtual void itemCheck(ListItem& item) = 0;
+  virtual void buttonClick(const QString& key) = 0;
+  /// The save that closing with "Yes" makes.
+  virtual bool saveOnClose() = 0;
+
+  void onQueryUnload(Cancel& cancel) override;
+  void onResize() override;
+
+  /// A row by Add: checked and selected, without key and icon; the fields are cleared, then get
+  /// their values in order. Tags stay.
+  virtual void addRow();
+  void clearFields();
+  void setFieldsAfterAdd();
+  /// The industry field takes the company's industry.
+  void showIndustry();
+
+  /// "数据尚未保存，是否保存" with yes, no and cancel.
+  Answer askToSave();
+  /// Clears `mDirty` when a save worked, and puts the result into the status bar.
+  void reportSave(bool saved, const QString& success, const QString& failure);
+
+  const EditorLook& look() const { return look_; }
+  QString fieldText(int index) const { return txtFields(index)->text(); }
+  /// The selected row's id: the leading number of its key; 0 for a row not saved yet.
+  double selectedId() const;
+  static QString keyOf(const QString& id) { return id + QStringLiteral(" ID"); }
+
+  bool AddAllowed = true;
+  bool SaveAllowed = false;
+  bool mDirty = false;
+
+ private:
+  QWidget* buildListPane();
+  QWidget* buildDetailPane();
+  void addField(QGridLayout& grid, const EditorField& field);
+  bool validateNumber(TextBox& box);
+  void fitListColumn();
+
+  EditorLook look_;
+  std::map<int, TextBox*> fields_;
+  SplitPane* panes_ = nullptr;
+};
+
+}  // namespace qinghe
