@@ -6,15 +6,9 @@
 #include <functional>
 #include <memory>
 
-#include "values/failure.h"
+#include "portal/TransferError.h"
 
 namespace qinghe {
-
-/// A transfer that brought no whole answer: no connection, time-out, broken or oversized body.
-class TransferError : public Failure {
- public:
-  explicit TransferError(const QString& what);
-};
 
 /// The one transfer control of the program: blocking GET, POST in the background, one kept
 /// connection.
@@ -22,6 +16,13 @@ class TransferError : public Failure {
 /// A URL goes over the wire byte for byte as it was built, in the code page; only bytes below 0x20
 /// and 0x7F are escaped, and "#" cuts. Status code and content type of an answer are ignored,
 /// redirects are followed on http and https only, bodies are bounded by `bodyLimit`.
+///
+/// A read runs on the caller's own thread and lets the windows paint only once the answer keeps it
+/// waiting, so that a quick answer costs neither a change of threads nor an event loop. A POST has
+/// a thread of its own. Both use the same curl handles, never at once.
+///
+/// All members belong to one thread, that of the windows; only `StillExecuting` may be asked from
+/// any.
 class Inet : public QObject {
   Q_OBJECT
 
@@ -34,13 +35,18 @@ class Inet : public QObject {
   QString OpenURL(const QString& url);
 
   /// Starts a POST and returns; `body` goes out in the code page. Its end frees the busy flag
-  /// without any event loop. Throws `TransferError` when the URL is unusable or a transfer runs.
+  /// without any event loop. Throws `TransferError` when the URL is unusable or a transfer runs,
+  /// and for any other method.
   void Execute(const QString& url, const QString& method, const QString& body,
                const QString& headers);
 
   bool StillExecuting() const;
   /// Ends whatever runs, soon; returns when the control is free again.
   void Cancel();
+
+  /// Waits for the control to be free, no longer than `limit`, and returns whether it is. Within a
+  /// read's own painting it takes that read further, as nobody else could.
+  bool waitUntilFree(std::chrono::milliseconds limit);
 
   /// 0: the system's own proxy settings; 1: direct; 2: the proxies of `Proxy` in turn (direct if
   /// none is named), for loopback hosts too; anything else: direct.
@@ -59,7 +65,7 @@ class Inet : public QObject {
 
  private:
   struct Private;
-  std::unique_ptr<Private> d;
+  std::shared_ptr<Private> d;  // shared with a read under way, which may outlive the control
 };
 
 }  // namespace qinghe

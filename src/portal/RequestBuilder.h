@@ -22,7 +22,7 @@ class RequestBuilder {
   RequestBuilder& raw(const QString& name, const QString& value);
 
   QString page() const { return page_; }  ///< without parameters
-  QString url() const;   ///< page + "?" + parameters
+  QString url() const;                    ///< page + "?" + parameters
   QString body() const { return parameters_; }
 
  private:

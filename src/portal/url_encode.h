@@ -11,6 +11,8 @@ QString UrlEncodeField(QString& value);
 
 /// The same for a value that nobody keeps.
 QString UrlEncodeField(QString&& value);
-inline QString UrlEncodeField(const QString& value) { return UrlEncodeField(QString(value)); }
+inline QString UrlEncodeField(const QString& value) {
+  return UrlEncodeField(QString(value));
+}
 
 }  // namespace qinghe
