@@ -1,9 +1,13 @@
 #pragma once
 
+#include <QPointer>
 #include <QWidget>
 #include <typeinfo>
 
 #include "forms/FormsState.h"
+
+class QEventLoop;
+class QMdiSubWindow;
 
 namespace qinghe {
 
@@ -17,6 +21,8 @@ struct Cancel {
 ///
 /// A form is made, loaded once, shown and hidden any number of times, and unloaded; unloading
 /// destroys it, later, so that a control of it may ask for it.
+///
+/// In a dialog Esc unloads, and Enter presses the button with the focus or else the default one.
 class Form : public QWidget {
   Q_OBJECT
 
@@ -35,13 +41,19 @@ class Form : public QWidget {
 
   /// Runs `onLoad` once; a child is shown behind it unless `onLoad` has shown it.
   void load();
+  /// Loads if needed, shows, and brings to the front; `onActivate` has run when it comes back.
   void showForm();
   /// Shows and waits until the form is hidden or unloaded.
   void showModal();
   void hideForm();
-  /// Asks `onQueryUnload`; false when that kept the form. Closing the window comes here too.
+  /// Asks `onQueryUnload`; false when that kept the form, or is still being asked. Closing the
+  /// window comes here too.
   bool unload();
   bool isUnloaded() const { return unloaded_; }
+  /// Whether it is unloaded or just being asked for it.
+  bool isLeaving() const { return unloaded_ || asking_; }
+  /// Whether one of its own steps is running.
+  bool isBusy() const { return busy_ > 0; }
 
  protected:
   virtual void onLoad() {}
@@ -55,9 +67,24 @@ class Form : public QWidget {
   bool event(QEvent* event) override;
 
  private:
+  friend class ActiveForm;
+
+  void becomeActive();
+  QMdiSubWindow* subWindow() const;
+  void attach();
+  void showChild();
+  void showTopLevel();
+  void leaveScreen();
+  bool dialogKey(int key);
+
   Kind kind_;
   bool loaded_ = false;
   bool unloaded_ = false;
+  bool asking_ = false;
+  bool attached_ = false;
+  int busy_ = 0;
+  QEventLoop* modalLoop_ = nullptr;
+  QPointer<QWidget> opener_;  ///< the window that was active when this one was shown
 };
 
 /// The default instance of a form class, made and loaded on first use.

@@ -4,6 +4,7 @@
 #include <functional>
 #include <memory>
 
+#include "forms/ActiveForm.h"
 #include "forms/EventGate.h"
 #include "forms/FormRegistry.h"
 #include "forms/Prompts.h"
@@ -24,10 +25,17 @@ struct FormsState {
   EventGate gate;
   /// Puts a child form into the frame; without a frame a child is a plain window.
   std::function<void(Form&)> attachChild;
+  ActiveForm activeForm{gate};
   FormRegistry registry;  ///< last: its forms go first
+
+ private:
+  FormsState* previous_;
 };
 
 /// The living one.
 FormsState& formsState();
+
+/// The living one, or null: for what may outlast it.
+FormsState* livingFormsState();
 
 }  // namespace qinghe

@@ -1,0 +1,197 @@
+#include "forms/ListView.h"
+
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QStyle>
+
+#include "forms/ListModel.h"
+
+namespace qinghe {
+
+ListView::ListView(const QString& name, QWidget* parent)
+    : QTreeView(parent), model_(new ListModel(this)) {
+  setObjectName(name);
+  setRootIsDecorated(false);
+  setItemsExpandable(false);
+  setExpandsOnDoubleClick(false);
+  setUniformRowHeights(true);
+  setAllColumnsShowFocus(true);
+  setSelectionMode(SingleSelection);
+  setSelectionBehavior(SelectRows);
+  setEditTriggers(NoEditTriggers);
+  setHorizontalScrollMode(ScrollPerPixel);
+  setTabKeyNavigation(false);
+  header()->setSectionsClickable(true);
+  header()->setSectionsMovable(false);
+  header()->setHighlightSections(false);
+  setModel(model_);
+  connect(header(), &QHeaderView::sectionClicked, this, &ListView::columnClick);
+}
+
+ListView::~ListView() = default;
+
+void ListView::addColumn(const QString& title, int width) {
+  model_->addColumn(title);
+  setColumnWidth(model_->columnCount() - 1, width);
+}
+
+void ListView::setColumnWidths(const QList<int>& widths) {
+  const auto columns = qMin<qsizetype>(widths.size(), model_->columnCount());
+  for (int column = 0; column < columns; ++column) setColumnWidth(column, widths[column]);
+}
+
+void ListView::setCheckBoxes(bool on) {
+  model_->setCheckBoxes(on);
+}
+
+bool ListView::hasCheckBoxes() const {
+  return model_->hasCheckBoxes();
+}
+
+ListItem* ListView::addItem(const QString& key, const QString& text, const QString& icon) {
+  auto* item = model_->add(key, text, icon);
+  if (item->row() == 0) select(indexOf(item));
+  return item;
+}
+
+void ListView::clearItems() {
+  model_->clear();
+}
+
+void ListView::removeItem(ListItem* item) {
+  if (item == nullptr) return;
+  model_->remove(item);
+  if (!currentIndex().isValid() && model_->count() > 0) select(model_->index(0, 0));
+}
+
+int ListView::itemCount() const {
+  return model_->count();
+}
+
+ListItem* ListView::itemAt(int row) const {
+  return model_->at(row);
+}
+
+ListItem* ListView::itemUnder(const QPoint& viewportPosition) const {
+  model_->announce();
+  const auto index = indexAt(viewportPosition);
+  return index.isValid() ? model_->at(index.row()) : nullptr;
+}
+
+ListItem* ListView::selectedItem() const {
+  const auto index = currentIndex();
+  return index.isValid() ? model_->at(index.row()) : nullptr;
+}
+
+void ListView::setSelectedItem(ListItem* item) {
+  const auto index = indexOf(item);
+  if (!index.isValid()) return;
+  select(index);
+  scrollTo(index);
+}
+
+QRect ListView::cellRect(const ListItem* item, int column) const {
+  const auto index = indexOf(item);
+  return index.isValid() ? visualRect(index.siblingAtColumn(column)) : QRect();
+}
+
+QRect ListView::checkRect(const ListItem* item) const {
+  const auto index = indexOf(item);
+  if (!index.isValid() || !model_->hasCheckBoxes()) return {};
+  QStyleOptionViewItem option;
+  initViewItemOption(&option);
+  option.rect = visualRect(index);
+  option.index = index;
+  option.features |= QStyleOptionViewItem::HasCheckIndicator | QStyleOptionViewItem::HasDisplay;
+  option.text = item->text();
+  return style()->subElementRect(QStyle::SE_ItemViewItemCheckIndicator, &option, this);
+}
+
+QModelIndex ListView::indexOf(const ListItem* item) const {
+  if (item == nullptr || model_->at(item->row()) != item) return {};
+  model_->announce();
+  return model_->index(item->row(), 0);
+}
+
+void ListView::select(const QModelIndex& index) {
+  selectionModel()->setCurrentIndex(
+      index, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+}
+
+QItemSelectionModel::SelectionFlags ListView::selectionCommand(const QModelIndex& index,
+                                                               const QEvent* /*event*/) const {
+  if (!index.isValid()) return QItemSelectionModel::NoUpdate;
+  return QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows;
+}
+
+void ListView::press(const QMouseEvent& event) {
+  const auto position = event.position().toPoint();
+  const auto button = event.button();
+  pressed_ |= button;
+  emit mouseDown(button, position);
+  auto* item = itemUnder(position);
+  if (item == nullptr) return;
+  if (button == Qt::LeftButton && checkRect(item).adjusted(-3, -3, 3, 3).contains(position)) {
+    toggle(item);
+  } else if (button == Qt::LeftButton || button == Qt::RightButton) {
+    select(indexOf(item));
+    emit itemClick(item);
+  }
+}
+
+void ListView::toggle(ListItem* item) {
+  item->setChecked(!item->isChecked());
+  emit itemCheck(item);
+}
+
+void ListView::mousePressEvent(QMouseEvent* event) {
+  event->accept();
+  press(*event);
+}
+
+void ListView::mouseDoubleClickEvent(QMouseEvent* event) {
+  event->accept();
+  const auto position = event->position().toPoint();
+  press(*event);
+  const auto index = indexAt(position);
+  if (index.isValid()) emit doubleClicked(index);
+}
+
+void ListView::mouseMoveEvent(QMouseEvent* event) {
+  // A drag over the rows would select them one after the other.
+  if (event->buttons() == Qt::NoButton) QTreeView::mouseMoveEvent(event);
+}
+
+void ListView::mouseReleaseEvent(QMouseEvent* event) {
+  event->accept();
+  const auto button = event->button();
+  if (!pressed_.testFlag(button)) return;
+  pressed_ &= ~Qt::MouseButtons(button);
+  emit mouseUp(button, event->position().toPoint());
+}
+
+void ListView::keyPressEvent(QKeyEvent* event) {
+  model_->announce();
+  if (event->key() == Qt::Key_Space && event->modifiers() == Qt::NoModifier) {
+    event->accept();
+    if (model_->hasCheckBoxes() && selectedItem() != nullptr) toggle(selectedItem());
+    return;
+  }
+  const auto* before = selectedItem();
+  QTreeView::keyPressEvent(event);
+  auto* now = selectedItem();
+  if (now != nullptr && now != before) emit itemClick(now);
+}
+
+void ListView::paintEvent(QPaintEvent* event) {
+  model_->announce();
+  QTreeView::paintEvent(event);
+}
+
+bool ListView::viewportEvent(QEvent* event) {
+  model_->announce();
+  return QTreeView::viewportEvent(event);
+}
+
+}  // namespace qinghe

@@ -40,7 +40,8 @@ class ListItem {
 /// whenever there is one: the first row added to an empty list becomes it, and neither empty space
 /// nor Ctrl takes it away.
 ///
-/// The signals tell what the user does, never what code does.
+/// The signals tell what the user does, never what code does. The second press of a double click
+/// is a press like any other.
 class ListView : public QTreeView {
   Q_OBJECT
 
@@ -51,29 +52,54 @@ class ListView : public QTreeView {
   void addColumn(const QString& title, int width);  ///< width in pixels
   void setColumnWidths(const QList<int>& widths);
   void setCheckBoxes(bool on);
+  bool hasCheckBoxes() const;
 
-  /// Adds a row at the end.
+  /// Adds a row at the end. In a long list the view learns of new rows in batches, when it is
+  /// looked at or the program next waits for events.
   ListItem* addItem(const QString& key, const QString& text, const QString& icon = {});
   void clearItems();
+  /// When it was the selected row, a neighbour becomes selected.
   void removeItem(ListItem* item);
   int itemCount() const;
-  ListItem* itemAt(int row) const;
+  ListItem* itemAt(int row) const;                            ///< null outside the list
   ListItem* itemUnder(const QPoint& viewportPosition) const;  ///< null in empty space
 
   ListItem* selectedItem() const;  ///< null in an empty list
   void setSelectedItem(ListItem* item);
+
+  /// Where a row's cell, and its check box, stand in the viewport.
+  QRect cellRect(const ListItem* item, int column = 0) const;
+  QRect checkRect(const ListItem* item) const;
 
  signals:
   /// A press on a row, or a key that moved to it. The selection already stands on it.
   void itemClick(qinghe::ListItem* item);
   /// The user changed a check box, by mouse or space key; alone, without selection or click.
   void itemCheck(qinghe::ListItem* item);
+  /// Positions are the viewport's. A press comes before what it does, a release behind it.
   void mouseDown(Qt::MouseButton button, const QPoint& position);
   void mouseUp(Qt::MouseButton button, const QPoint& position);
   void columnClick(int column);
 
+ protected:
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
+  bool viewportEvent(QEvent* event) override;
+  QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
+                                                       const QEvent* event) const override;
+
  private:
+  QModelIndex indexOf(const ListItem* item) const;
+  void select(const QModelIndex& index);
+  void press(const QMouseEvent& event);
+  void toggle(ListItem* item);
+
   ListModel* model_;
+  Qt::MouseButtons pressed_;  ///< pressed here and not yet released
 };
 
 }  // namespace qinghe

@@ -12,8 +12,10 @@ namespace qinghe {
 /// A text box of one or many lines. Its text has CR LF for a line break; many-line boxes take CR LF
 /// and LF and give CR LF.
 ///
-/// The focus and the keys belong to `editor()`, the line edit or text edit inside; `objectName` is
-/// the box's, and the box is the editor's focus proxy owner.
+/// The focus and the keys belong to `editor()`, the line edit or text edit inside, whose
+/// `objectName` is the box's with ".editor" behind it; the box hands the focus on to it. A label
+/// takes `editor()` as its buddy, which also names it for screen readers. Tab moves on to the next
+/// control in boxes of many lines, too.
 class TextBox : public QWidget {
   Q_OBJECT
 
@@ -26,6 +28,7 @@ class TextBox : public QWidget {
   /// Code and user changes are alike: `changed` comes whenever the text differs.
   void setText(const QString& text);
   void setReadOnly(bool readOnly);
+  bool isReadOnly() const;
   void setPasswordMode();
   void selectAll();
 
@@ -34,12 +37,14 @@ class TextBox : public QWidget {
   /// A value carried along, such as the id behind a name. Setting it is no change.
   QString Tag;
 
-  /// Asked when the focus moves to another control of the same form that takes it; false keeps the
-  /// focus here. Not asked at a switch of programs, for a message box, or at closing.
+  /// Asked when the user moves the focus to another control of the same form that takes it; false
+  /// keeps the focus here, and the press that would have moved it does nothing else. Not asked at a
+  /// switch of programs, for a message box, or at closing.
   std::function<bool()> onValidate;
 
  signals:
   void changed();
+  /// The user or code moved the focus in or out; a switch of windows is neither.
   void gotFocus();
   void lostFocus();
 
@@ -48,6 +53,8 @@ class TextBox : public QWidget {
 
  private:
   void noteChange();
+  bool mustValidate(Qt::FocusReason reason) const;
+  bool refusesToLeave(Qt::FocusReason reason);
 
   QLineEdit* line_ = nullptr;
   QPlainTextEdit* memo_ = nullptr;

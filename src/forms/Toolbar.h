@@ -14,7 +14,8 @@ class Toolbar : public QToolBar {
   explicit Toolbar(const QString& name, QWidget* parent = nullptr);
 
   /// The icon is that of `imageKey`, of the key itself when that is empty. Keys known to everybody
-  /// (Save, Add, Print, Exit, ...) get their usual shortcut.
+  /// (Save, Add, Print, Exit, ...) get their usual shortcut, which works while the focus is in the
+  /// bar's own form.
   QAction* addButton(const QString& key, const QString& caption, const QString& toolTip,
                      const QString& imageKey = {});
   QAction* button(const QString& key) const;  ///< null when there is none
@@ -22,6 +23,12 @@ class Toolbar : public QToolBar {
 
  signals:
   void buttonClick(const QString& key);
+
+ protected:
+  bool event(QEvent* event) override;
+
+ private:
+  void lendShortcuts();
 };
 
 }  // namespace qinghe
