@@ -187,19 +187,13 @@ void FrmINTERNET::connectKeys() {
   connect(Command3, &QPushButton::clicked, this, &FrmINTERNET::confirm);
   connect(Command4, &QPushButton::clicked, this, [this] { unload(); });
 
-  // Return presses the button it stands on, adds a proxy from its box, and confirms elsewhere.
-  for (const auto key : {Qt::Key_Return, Qt::Key_Enter})
-    connect(new QShortcut(key, this), &QShortcut::activated, this, [this] {
-      auto* focused = focusWidget();
-      if (auto* button = qobject_cast<QPushButton*>(focused))
-        button->click();
-      else if (focused == TextProxy->editor())
-        Command1->click();
-      else
-        Command3->click();
-    });
-  connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, Command4,
-          [this] { Command4->click(); });
+  // Return confirms, but adds what was just typed into the proxy box.
+  const auto setDefault = [this](bool adding) {
+    Command1->setDefault(adding);
+    Command3->setDefault(!adding);
+  };
+  connect(TextProxy, &TextBox::gotFocus, this, [setDefault] { setDefault(true); });
+  connect(TextProxy, &TextBox::lostFocus, this, [setDefault] { setDefault(false); });
   connect(new QShortcut(Qt::Key_Delete, List1, nullptr, nullptr, Qt::WidgetShortcut),
           &QShortcut::activated, Command2, [this] { Command2->click(); });
   Command3->setDefault(true);

@@ -57,8 +57,8 @@ bool NetworkLinks::isConnected(const QString& entry) {
   constexpr unsigned wanted = IFF_UP | IFF_RUNNING;
   const Addresses addresses = readAddresses();
   for (const ifaddrs* link = addresses.get(); link != nullptr; link = link->ifa_next)
-    if (QString::fromUtf8(link->ifa_name) == entry && (link->ifa_flags & wanted) == wanted &&
-        isAddressOfUse(link->ifa_addr))
+    if (QString::fromUtf8(link->ifa_name) == entry &&
+        (link->ifa_flags & (wanted | IFF_LOOPBACK)) == wanted && isAddressOfUse(link->ifa_addr))
       return true;
   return false;
 }

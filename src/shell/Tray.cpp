@@ -1,7 +1,6 @@
 #include "shell/Tray.h"
 
-#include <QGuiApplication>
-#include <QTextDocument>
+#include <utility>
 
 #include "forms/Icons.h"
 #include "shell/AppState.h"
@@ -46,10 +45,10 @@ Tray::~Tray() = default;
 
 void Tray::add() {
   added_ = true;
-  if (!icon_) {
+  if (icon_ == nullptr) {
     // Made even where there is no tray yet: it appears as soon as the desktop has one.
-    icon_ = std::make_unique<QSystemTrayIcon>();
-    connect(icon_.get(), &QSystemTrayIcon::activated, this,
+    icon_ = new QSystemTrayIcon(this);
+    connect(icon_, &QSystemTrayIcon::activated, this,
             [this](QSystemTrayIcon::ActivationReason reason) {
               if (reason == QSystemTrayIcon::Trigger) press();
             });
@@ -71,7 +70,7 @@ void Tray::showWaiting() {
 }
 
 void Tray::remove() {
-  icon_.reset();
+  delete std::exchange(icon_, nullptr);
   added_ = false;
 }
 
@@ -86,7 +85,7 @@ void Tray::show(State state, const QString& words) {
   const bool sameTip = tip == tip_;
   state_ = state;
   tip_ = tip;
-  if (!icon_) return;
+  if (icon_ == nullptr) return;
   // Asked for at every connection check: the desktop is told only what is new.
   if (!sameIcon || icon_->icon().isNull()) icon_->setIcon(iconFor(iconKeyOf(state)));
   if (!sameTip || icon_->toolTip().isEmpty()) icon_->setToolTip(asPlainTip(tip));

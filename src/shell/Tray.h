@@ -38,7 +38,7 @@ class Tray : public QObject {
  private:
   void show(State state, const QString& words);
 
-  std::unique_ptr<QSystemTrayIcon> icon_;
+  QSystemTrayIcon* icon_ = nullptr;
   State state_ = State::None;
   bool added_ = false;
   QString tip_;

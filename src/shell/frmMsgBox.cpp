@@ -3,7 +3,6 @@
 #include <QFrame>
 #include <QGridLayout>
 #include <QPainter>
-#include <QShortcut>
 
 #include "shell/AppState.h"
 #include "shell/brand_picture.h"
@@ -53,7 +52,6 @@ frmMsgBox::frmMsgBox() : Form(Kind::Dialog, u"frmMsgBox"_s, productTitle() + ver
   cmdOK = new QPushButton(u"确定"_s, this);
   cmdOK->setObjectName(u"cmdOK"_s);
   cmdOK->setDefault(true);
-  cmdOK->setAutoDefault(true);
   auto* line = new QFrame(this);
   line->setFrameShape(QFrame::HLine);
   line->setFrameShadow(QFrame::Sunken);
@@ -78,8 +76,6 @@ frmMsgBox::frmMsgBox() : Form(Kind::Dialog, u"frmMsgBox"_s, productTitle() + ver
   Timer1 = new FormTimer(u"Timer1"_s, 2000, this);
   connect(Timer1, &FormTimer::timer, this, [this] { unload(); });
   connect(cmdOK, &QPushButton::clicked, this, [this] { unload(); });
-  for (const auto key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Escape})
-    connect(new QShortcut(key, this), &QShortcut::activated, cmdOK, [this] { cmdOK->click(); });
   Timer1->setEnabled(true);
 }
 
