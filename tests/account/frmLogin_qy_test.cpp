@@ -24,8 +24,9 @@ class Login : public ClientFixture {
  protected:
   Login() {
     dismissNotices();
-    store.exec(u"INSERT INTO QYXX (id,R_ID,user_no,user_name,user_pass) "
-               "VALUES (1,25,'1001','青禾书店','secret'),(2,26,'1002','云集书社','other')"_s);
+    store.exec(
+        u"INSERT INTO QYXX (id,R_ID,user_no,user_name,user_pass) "
+        "VALUES (1,25,'1001','青禾书店','secret'),(2,26,'1002','云集书社','other')"_s);
   }
 
   frmLogin_qy& screen() {
@@ -96,7 +97,8 @@ TEST_F(Login, OnlineThePortalsAnswerFillsTheAccountAndTheNoticeNamesTheLevel) {
   EXPECT_EQ(state.gHayeId, 3);
   EXPECT_EQ(state.gHayeName, u"图书"_s);
   EXPECT_EQ(state.gUserLevel, 1);
-  EXPECT_EQ(notices, QStringList{u"网络登录成功！！！正式用户|用户编号：1001|用户名称：示例书店"_s});
+  EXPECT_EQ(notices,
+            QStringList{u"网络登录成功！！！正式用户|用户编号：1001|用户名称：示例书店"_s});
   EXPECT_EQ(state.tray.state(), Tray::State::Connected);
   EXPECT_TRUE(state.tray.tip().endsWith(u"示例书店"_s));
   EXPECT_TRUE(boxes->asked.isEmpty());
@@ -106,9 +108,8 @@ TEST_F(Login, SendsUserPasswordAndVersionByteByByteInDirectMode) {
   portal.answerWith({page(welcomeRow)});
   type(u"书店 1&"_s, u"A中"_s);
   confirm();
-  EXPECT_EQ(targets(),
-            QStringList{u"/_vti_login/_vti_login2.asp?USER_NO=%CA%E9%B5%EA%20%31%26"
-                        "&USER_PASS=%41%D6%D0&SOFT_VER=%31%2E%30"_s});
+  EXPECT_EQ(targets(), QStringList{u"/_vti_login/_vti_login2.asp?USER_NO=%CA%E9%B5%EA%20%31%26"
+                                   "&USER_PASS=%41%D6%D0&SOFT_VER=%31%2E%30"_s});
 }
 
 TEST_F(Login, SendsTheWholeUrlThroughTheRelayInMixedMode) {
@@ -154,7 +155,8 @@ TEST_F(Login, OfflineAKnownUserIsLetInLocallyAsAFreeUser) {
   EXPECT_EQ(state.gQiyeId, 25);
   EXPECT_EQ(state.gUserLevel, 0);
   EXPECT_EQ(state.gHayeName, QString()) << "the industry is the portal's to tell";
-  EXPECT_EQ(notices, QStringList{u"网络登录成功！！！免费用户|用户编号：1001|用户名称：青禾书店"_s});
+  EXPECT_EQ(notices,
+            QStringList{u"网络登录成功！！！免费用户|用户编号：1001|用户名称：青禾书店"_s});
   EXPECT_EQ(state.tray.state(), Tray::State::Offline);
   EXPECT_TRUE(portal.requests().isEmpty());
 }
@@ -283,10 +285,12 @@ INSTANTIATE_TEST_SUITE_P(
     Faults, LoginFault,
     testing::Values(
         FaultRow{"silent", {.hang = true}},
-        FaultRow{"reset", {.bytes = "HTTP/1.1 200 OK\r\nContent-Length: 900\r\n\r\n<t", .reset = true}},
-        FaultRow{"truncated",
-                 {.bytes = "HTTP/1.1 200 OK\r\nContent-Length: 900\r\n\r\n<table start_pos><tr><td>25",
-                  .keepAlive = false}},
+        FaultRow{"reset",
+                 {.bytes = "HTTP/1.1 200 OK\r\nContent-Length: 900\r\n\r\n<t", .reset = true}},
+        FaultRow{
+            "truncated",
+            {.bytes = "HTTP/1.1 200 OK\r\nContent-Length: 900\r\n\r\n<table start_pos><tr><td>25",
+             .keepAlive = false}},
         FaultRow{"garbage", {.bytes = "\x00\xff\xfe garbage\r\n\r\n", .keepAlive = false}},
         FaultRow{"marker without table end", {.bytes = ScriptedServer::ok("start_pos<tr><td>25")}},
         FaultRow{"error page", {.bytes = ScriptedServer::ok("<html>500</html>")}},

@@ -43,12 +43,14 @@ INSTANTIATE_TEST_SUITE_P(
     Faults, FrmXIMUPortalFault,
     testing::Values(
         PortalFault{"silent", {.hang = true}}, PortalFault{"reset", {.reset = true}},
-        PortalFault{"truncated",
-                    {.bytes = "HTTP/1.1 200 OK\r\nContent-Length: 900\r\n\r\nstart_pos<tr><td>71</td>",
-                     .keepAlive = false}},
-        PortalFault{"broken_chunk",
-                    {.bytes = "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\nzz\r\nstart_pos",
-                     .keepAlive = false}},
+        PortalFault{
+            "truncated",
+            {.bytes = "HTTP/1.1 200 OK\r\nContent-Length: 900\r\n\r\nstart_pos<tr><td>71</td>",
+             .keepAlive = false}},
+        PortalFault{
+            "broken_chunk",
+            {.bytes = "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\nzz\r\nstart_pos",
+             .keepAlive = false}},
         PortalFault{"garbage", {.bytes = "no http at all", .keepAlive = false}},
         PortalFault{"no_marker", {.bytes = ScriptedServer::ok("<table><tr><td>71</td></table>")}},
         PortalFault{"marker_in_capitals",
@@ -59,8 +61,9 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST_F(FrmXIMUFault, ALocalFailureIsToldKeepsTheTextAndThePortalStepStillRuns) {
   type(2, u"改"_s);
-  store.exec(u"CREATE TRIGGER refuse BEFORE UPDATE OF XIMU ON XIMU "
-             "BEGIN SELECT RAISE(ABORT,'no'); END"_s);
+  store.exec(
+      u"CREATE TRIGGER refuse BEFORE UPDATE OF XIMU ON XIMU "
+      "BEGIN SELECT RAISE(ABORT,'no'); END"_s);
   portal.answerWith({"<html></html>"});
   press(u"Save"_s);
   EXPECT_EQ(status(), u"网络保存失败！！！"_s);

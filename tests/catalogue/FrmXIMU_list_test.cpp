@@ -25,8 +25,9 @@ TEST_F(FrmXIMUList, ListsTheCompanysRowsWithTheirLiveFlags) {
 
 TEST_F(FrmXIMUList, ShowsTheFirstRowOnLoadWithoutUnsavedMark) {
   EXPECT_EQ(list().selectedItem(), list().itemAt(0));
-  const QStringList shown = {u"图书"_s, u"N1"_s, u"大学语文"_s, u"25.50"_s, u"说明"_s, u"010"_s,
-                             u"教材"_s, u"青禾出版社"_s, u"第一行\r\n第二行"_s, u"平装"_s};
+  const QStringList shown = {
+      u"图书"_s, u"N1"_s,         u"大学语文"_s,         u"25.50"_s, u"说明"_s, u"010"_s,
+      u"教材"_s, u"青禾出版社"_s, u"第一行\r\n第二行"_s, u"平装"_s};
   for (int index = 0; index < shown.size(); ++index) EXPECT_EQ(field(index), shown[index]) << index;
   EXPECT_EQ(screen().txtFields(6)->Tag, u"12"_s);
   EXPECT_EQ(screen().txtFields(7)->Tag, u"5"_s);
@@ -36,9 +37,9 @@ TEST_F(FrmXIMUList, ShowsTheFirstRowOnLoadWithoutUnsavedMark) {
 }
 
 TEST_F(FrmXIMUList, HasItsLabelsAndButtons) {
-  const QStringList labels = {u"行    业"_s, u"编    号"_s, u"名    称"_s, u"价    格"_s,
-                              u"说    明"_s, u"箱 /  包"_s, u"类    别"_s, u"品    牌"_s,
-                              u"介    绍"_s};
+  const QStringList labels = {u"行    业"_s, u"编    号"_s, u"名    称"_s,
+                              u"价    格"_s, u"说    明"_s, u"箱 /  包"_s,
+                              u"类    别"_s, u"品    牌"_s, u"介    绍"_s};
   for (int index = 0; index < labels.size(); ++index) {
     auto* label = screen().findChild<QLabel*>(u"LabelXM(%1)"_s.arg(index));
     ASSERT_NE(label, nullptr) << index;
@@ -132,8 +133,8 @@ TEST_F(FrmXIMUList, AddMakesACheckedSelectedRowWithItsDefaults) {
   EXPECT_EQ(row->key(), QString());
   EXPECT_EQ(row->icon(), QString());
   EXPECT_TRUE(row->isChecked());
-  const QStringList shown = {u"图书"_s, u"NO"_s, u"新添商品"_s, u"0"_s, u"说明"_s,
-                             u"1"_s,    QString(), QString(),  QString(), QString()};
+  const QStringList shown = {u"图书"_s, u"NO"_s,   u"新添商品"_s, u"0"_s,    u"说明"_s,
+                             u"1"_s,    QString(), QString(),     QString(), QString()};
   for (int index = 0; index < shown.size(); ++index) EXPECT_EQ(field(index), shown[index]) << index;
   EXPECT_EQ(screen().txtFields(6)->Tag, u"12"_s) << "the ids of the row shown before stay";
 }
@@ -190,11 +191,11 @@ TEST_P(FrmXIMUValidation, HoldsTheFocusOnAPriceOrPackThatIsNoNumber) {
   EXPECT_EQ(field(GetParam().field), GetParam().text);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Fields, FrmXIMUValidation,
-    testing::Values(PriceRow{3, u"abc"_s, false}, PriceRow{3, u""_s, false},
-                    PriceRow{3, u"12元"_s, false}, PriceRow{3, u"-5"_s, true},
-                    PriceRow{3, u"1,234.5"_s, true}, PriceRow{5, u"一"_s, false},
-                    PriceRow{5, u"99"_s, true}, PriceRow{4, u"abc"_s, true}));
+INSTANTIATE_TEST_SUITE_P(Fields, FrmXIMUValidation,
+                         testing::Values(PriceRow{3, u"abc"_s, false}, PriceRow{3, u""_s, false},
+                                         PriceRow{3, u"12元"_s, false}, PriceRow{3, u"-5"_s, true},
+                                         PriceRow{3, u"1,234.5"_s, true},
+                                         PriceRow{5, u"一"_s, false}, PriceRow{5, u"99"_s, true},
+                                         PriceRow{4, u"abc"_s, true}));
 
 }  // namespace

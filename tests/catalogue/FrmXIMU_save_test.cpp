@@ -41,13 +41,11 @@ TEST_F(FrmXIMUSave, WritesTheLocalRowThenThePortalThenThePostedIntroduction) {
   ASSERT_TRUE(portal.waitForRequests(2));
   EXPECT_EQ(targets(), QStringList({addTarget(71, u"新 & <名>"_s, u"True"_s),
                                     u"/_vti_product/_vti_add.asp"_s}));
-  EXPECT_EQ(portal.body(1),
-            (u"stable="_s + UrlEncodeField(u"ximu"_s) + u"&stother="_s +
-             UrlEncodeField(u"id=71 and qiye_id=25"_s) + u"&JISH="_s +
-             UrlEncodeField(u"第一行\r\n第二行"_s))
-                .toLatin1());
-  EXPECT_TRUE(portal.requests()[1].contains(
-      "Content-Type: application/x-www-form-urlencoded\r\n"));
+  EXPECT_EQ(portal.body(1), (u"stable="_s + UrlEncodeField(u"ximu"_s) + u"&stother="_s +
+                             UrlEncodeField(u"id=71 and qiye_id=25"_s) + u"&JISH="_s +
+                             UrlEncodeField(u"第一行\r\n第二行"_s))
+                                .toLatin1());
+  EXPECT_TRUE(portal.requests()[1].contains("Content-Type: application/x-www-form-urlencoded\r\n"));
   EXPECT_EQ(store.value(u"SELECT XIMU FROM XIMU WHERE id=1"_s).toString(), u"新 & <名>"_s);
 }
 
@@ -83,8 +81,8 @@ TEST_F(FrmXIMUSave, ANewRowGoesOutAsIdZeroAndKeepsThePortalsId) {
   press(u"Save"_s);
   EXPECT_EQ(list().itemAt(2)->key(), u"3 ID"_s);
   EXPECT_EQ(list().itemAt(2)->text(), u"  新书"_s) << "the list row keeps leading blanks";
-  EXPECT_TRUE(targets()[0].contains(
-      u"&stother="_s + UrlEncodeField(u"id=0 and qiye_id=25"_s) + u"&"_s));
+  EXPECT_TRUE(
+      targets()[0].contains(u"&stother="_s + UrlEncodeField(u"id=0 and qiye_id=25"_s) + u"&"_s));
   EXPECT_EQ(store.rows(u"SELECT R_ID,QIYE_ID,qiye,XIMU_NO,XIMU,JIGEX,ZHKO,GESH,LEBI_ID,LEBI,"
                        "CHYE_ID,CHYE,JISH,SHXI,NOTH FROM XIMU WHERE id=3"_s),
             QList<QVariantList>({{555, 1, u"青禾书店"_s, u"N9"_s, u"新书"_s, u"0"_s, u"说明"_s,
@@ -189,15 +187,14 @@ TEST_P(FrmXIMUPermission, DecidesWhetherThePortalIsAsked) {
   EXPECT_EQ(store.value(u"SELECT XIMU FROM XIMU WHERE id=1"_s).toString(), u"改"_s);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Rules, FrmXIMUPermission,
-    testing::Values(PermissionRow{"free_user_with_49_rows", 1, 0, 49, true},
-                    PermissionRow{"free_user_with_50_rows", 1, 0, 50, false},
-                    PermissionRow{"formal_user_with_50_rows", 1, 1, 50, true},
-                    PermissionRow{"vip_user_with_51_rows", 1, 2, 51, true},
-                    PermissionRow{"local_login", 2, 0, 2, false},
-                    PermissionRow{"nobody", 0, 2, 2, false}),
-    [](const auto& info) { return info.param.name; });
+INSTANTIATE_TEST_SUITE_P(Rules, FrmXIMUPermission,
+                         testing::Values(PermissionRow{"free_user_with_49_rows", 1, 0, 49, true},
+                                         PermissionRow{"free_user_with_50_rows", 1, 0, 50, false},
+                                         PermissionRow{"formal_user_with_50_rows", 1, 1, 50, true},
+                                         PermissionRow{"vip_user_with_51_rows", 1, 2, 51, true},
+                                         PermissionRow{"local_login", 2, 0, 2, false},
+                                         PermissionRow{"nobody", 0, 2, 2, false}),
+                         [](const auto& info) { return info.param.name; });
 
 TEST_F(FrmXIMUSave, TheFiftiethRowCountsBeforeItIsSaved) {
   fillUpTo(49);

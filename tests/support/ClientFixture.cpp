@@ -24,9 +24,9 @@ class NoticeDismisser : public QObject {
     auto* notice = dynamic_cast<frmMsgBox*>(watched);
     if (notice != nullptr && event->type() == QEvent::Show) {
       QTimer::singleShot(0, notice, [this, notice] {
-        seen_->append(QStringList{notice->Label1->text(), notice->Label2->text(),
-                                  notice->Label3->text()}
-                          .join(u'|'));
+        seen_->append(
+            QStringList{notice->Label1->text(), notice->Label2->text(), notice->Label3->text()}
+                .join(u'|'));
         notice->cmdOK->click();
       });
     }
@@ -54,7 +54,9 @@ ClientFixture::ClientFixture()
 
 ClientFixture::~ClientFixture() = default;
 
-void ClientFixture::dismissNotices() { new NoticeDismisser(&state.tray, &notices); }
+void ClientFixture::dismissNotices() {
+  new NoticeDismisser(&state.tray, &notices);
+}
 
 void ClientFixture::beCompany(qint16 mode, qint16 level) {
   state.gLoggedIn = true;

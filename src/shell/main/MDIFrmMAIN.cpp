@@ -10,8 +10,6 @@
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QMenuBar>
-#include <QPainter>
-#include <QPointer>
 #include <QToolBar>
 #include <QUrl>
 
@@ -34,29 +32,6 @@ namespace {
 constexpr int firstWidth = 1180;
 constexpr int firstHeight = 760;
 constexpr int loginDelay = 1000;
-
-/// A child's window in the frame: it goes when its form goes.
-class ChildWindow : public QMdiSubWindow {
- public:
-  explicit ChildWindow(Form& form) : form_(&form) {
-    setWidget(&form);
-    setAttribute(Qt::WA_DeleteOnClose);
-    setWindowIcon(QApplication::windowIcon());
-    form.installEventFilter(this);
-  }
-
- protected:
-  bool eventFilter(QObject* watched, QEvent* event) override {
-    if (watched == form_ && event->type() == QEvent::Hide && form_->isUnloaded()) {
-      hide();
-      deleteLater();
-    }
-    return QMdiSubWindow::eventFilter(watched, event);
-  }
-
- private:
-  QPointer<Form> form_;
-};
 
 }  // namespace
 
@@ -115,8 +90,9 @@ QAction* MDIFrmMAIN::command(const QString& name) const {
 
 void MDIFrmMAIN::attachChild(Form& form) {
   const QSize wish = form.size();
-  auto* window = new ChildWindow(form);
-  area_->addSubWindow(window);
+  auto* window = area_->addSubWindow(&form);
+  window->setAttribute(Qt::WA_DeleteOnClose);
+  window->setWindowIcon(QApplication::windowIcon());
   const QSize room = area_->viewport()->size() - QSize(8, 8);
   window->resize(wish.boundedTo(room).expandedTo(window->minimumSizeHint()));
 }

@@ -1,0 +1,64 @@
+#include "Tour.h"
+
+#include <QGuiApplication>
+#include <QPixmap>
+#include <QScreen>
+#include <cstdio>
+
+namespace qinghe {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+constexpr int tickLength = 50;        // milliseconds
+constexpr int settlingTicks = 6;      // until the windows have painted what a step did
+constexpr qint64 stepLimit = 30'000;  // milliseconds
+}  // namespace
+
+Tour::Tour(QList<TourStep> steps, const QString& folder)
+    : steps_(std::move(steps)), folder_(folder) {
+  connect(&timer_, &QTimer::timeout, this, &Tour::tick);
+}
+
+void Tour::start() {
+  waiting_.start();
+  timer_.start(tickLength);
+}
+
+void Tour::tick() {
+  // An action may run an event loop of its own, in which this comes again; the step that shows such
+  // a window is pictured from there.
+  if (next_ >= steps_.size()) {
+    timer_.stop();
+    return;
+  }
+  const TourStep& step = steps_[next_];
+  if (!step.ready()) {
+    settling_ = 0;
+    if (waiting_.elapsed() > stepLimit) fail();
+    return;
+  }
+  if (++settling_ < settlingTicks) return;
+  takePicture();
+  settling_ = 0;
+  ++next_;
+  waiting_.restart();
+  if (step.act) step.act();
+}
+
+void Tour::takePicture() const {
+  const QString file =
+      folder_.filePath(u"%1-%2.png"_s.arg(next_ + 1, 2, 10, QChar(u'0')).arg(steps_[next_].name));
+  QGuiApplication::primaryScreen()->grabWindow(0).save(file);
+}
+
+void Tour::fail() {
+  failed_ = true;
+  timer_.stop();
+  takePicture();
+  std::fprintf(stderr, "the tour stuck at step %d, %s\n", static_cast<int>(next_ + 1),
+               qPrintable(steps_[next_].name));
+  QCoreApplication::exit(1);
+}
+
+}  // namespace qinghe
