@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <chrono>
 #include <memory>
 
 namespace qinghe {
@@ -12,7 +13,11 @@ namespace qinghe {
 /// is busy.
 class Connection {
  public:
-  explicit Connection(const QString& path);
+  static constexpr std::chrono::milliseconds defaultBusyTimeout{5000};
+
+  /// `busyTimeout` is how long a command waits for another process to leave the file.
+  explicit Connection(const QString& path,
+                      std::chrono::milliseconds busyTimeout = defaultBusyTimeout);
   ~Connection();
   Connection(const Connection&) = delete;
   Connection& operator=(const Connection&) = delete;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <chrono>
 #include <memory>
 
 #include "store/Recordset.h"
@@ -18,6 +19,8 @@ struct StoreState {
   std::shared_ptr<Connection> gConn;
   std::shared_ptr<Connection> gShapeConn;
   qint16 gDataUsers = 0;
+  /// How long a command waits for another process to leave the file.
+  std::chrono::milliseconds busyTimeout{5000};
 };
 
 /// The only door to the local database. Screens make one whenever they need one; the first of them

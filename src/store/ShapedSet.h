@@ -26,7 +26,7 @@ class ShapedSet {
   virtual QStringList columns() const = 0;
   virtual int columnIndex(const QString& name) const = 0;  ///< -1 when there is none
   virtual QVariant value(qint64 row, int column) const = 0;
-  QString text(qint64 row, int column) const;
+  virtual QString text(qint64 row, int column) const;
 
   virtual QStringList childNames() const = 0;
   /// The rows of the named child that belong to `row`, in the child's own order; null when there is

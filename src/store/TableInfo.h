@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QStringList>
+#include <optional>
+#include <vector>
+
+#include "store/ColumnKind.h"
+#include "store/Connection.h"
+
+namespace qinghe {
+
+/// A table whose rows have a whole-number key of their own, so that they can be found and changed
+/// one by one.
+struct TableInfo {
+  QString name;
+  QStringList columns;
+  std::vector<ColumnKind> kinds;
+  int keyColumn = -1;
+
+  QString quotedName() const;
+  QString quotedColumn(int column) const;
+  QString quotedKey() const { return quotedColumn(keyColumn); }
+
+  /// Nothing for a view, an unknown name, or a table without such a key.
+  static std::optional<TableInfo> read(Connection::Private& connection, const QString& name);
+};
+
+}  // namespace qinghe
