@@ -12,7 +12,7 @@ struct ReportBox {
   enum class Align { Left, Center, Right };
 
   Kind kind = Kind::Label;
-  QString name;    ///< "Label7", "txtlebi"; may be empty
+  QString name;  ///< "Label7", "txtlebi"; may be empty
   double x = 0, y = 0, width = 0, height = 0;
   QString text;    ///< label text; "%p" page, "%P" pages, "%d" and "%D" the date
   QString member;  ///< set that the field comes from; empty for the section's own level
@@ -21,6 +21,7 @@ struct ReportBox {
   Align align = Align::Left;
   double points = 9;
   bool bold = false;
+  double weight = 0.2;  ///< thickness of a line, millimetres
 };
 
 struct ReportSection {
@@ -53,5 +54,10 @@ struct ReportLayout {
 
 /// The layouts of the program.
 const ReportLayout& rptXIMU();
+const ReportLayout& rptGOHU();
+const ReportLayout& rptGOKU_LEBI();
+const ReportLayout& rptGOKU_DAWE();
+const ReportLayout& rptGOKU_MONTH();
+const ReportLayout& rptXIMU_GOKU();
 
 }  // namespace qinghe

@@ -1,0 +1,89 @@
+#include "reports/engine/ReportPainter.h"
+
+#include <QImageReader>
+#include <QPen>
+#include <algorithm>
+
+namespace qinghe {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr double kUnits = ReportPainter::kUnitsPerMillimetre;
+
+QImage readLogo() {
+  // Sharp on paper at the few centimetres that it takes there.
+  constexpr int kPixels = 320;
+  QImageReader reader(u":/icons/Logo.svg"_s);
+  if (!reader.canRead()) return {};
+  reader.setScaledSize(reader.size().scaled(kPixels, kPixels, Qt::KeepAspectRatio));
+  return reader.read();
+}
+
+}  // namespace
+
+void ReportPainter::paint(QPainter& painter, const ReportPage& page) {
+  painter.save();
+  painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing |
+                         QPainter::SmoothPixmapTransform | QPainter::LosslessImageRendering);
+  current_ = nullptr;
+  painter.setPen(Qt::black);
+  for (const auto& placed : page.boxes) {
+    switch (placed.box->kind) {
+      case ReportBox::Kind::Line:
+        paintLine(painter, placed);
+        break;
+      case ReportBox::Kind::Image:
+        paintImage(painter, placed);
+        break;
+      default:
+        paintText(painter, placed);
+    }
+  }
+  painter.restore();
+}
+
+void ReportPainter::paintText(QPainter& painter, const PlacedBox& placed) {
+  if (placed.text.isEmpty()) return;
+  const ReportBox& box = *placed.box;
+  const int size = std::clamp(qRound(box.points * kUnitsPerInch / 72.0), 4, 2000);
+  TextFitter& fitter = fitters_.of(size, box.bold);
+  double width = 0;
+  const double room = placed.rect.width() * kUnits;
+  const QString text = fitter.fit(placed.text, room, &width);
+  if (text.isEmpty()) return;
+  double x = placed.rect.x() * kUnits;
+  if (box.align == ReportBox::Align::Right) x += room - width;
+  if (box.align == ReportBox::Align::Center) x += (room - width) / 2;
+  const double spare = placed.rect.height() * kUnits - fitter.ascent() - fitter.descent();
+  const double y = placed.rect.y() * kUnits + spare / 2 + fitter.ascent();
+  if (current_ != &fitter) {
+    painter.setFont(fitter.font());
+    current_ = &fitter;
+  }
+  painter.drawText(QPointF(x, y), text);
+}
+
+void ReportPainter::paintLine(QPainter& painter, const PlacedBox& placed) {
+  const QPen before = painter.pen();
+  QPen pen(Qt::black, placed.box->weight * kUnits);
+  pen.setCapStyle(Qt::FlatCap);
+  painter.setPen(pen);
+  painter.drawLine(QLineF(placed.rect.topLeft() * kUnits, placed.rect.bottomRight() * kUnits));
+  painter.setPen(before);
+}
+
+void ReportPainter::paintImage(QPainter& painter, const PlacedBox& placed) {
+  if (!logoRead_) {
+    logo_ = readLogo();
+    logoRead_ = true;
+  }
+  if (logo_.isNull()) return;
+  QSizeF size = QSizeF(logo_.size()).scaled(placed.rect.size() * kUnits, Qt::KeepAspectRatio);
+  QRectF target(QPointF(), size);
+  target.moveCenter(placed.rect.center() * kUnits);
+  painter.drawImage(target, logo_);
+}
+
+}  // namespace qinghe

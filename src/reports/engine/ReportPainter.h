@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QImage>
+#include <QPainter>
+
+#include "reports/engine/PageLayout.h"
+#include "reports/engine/TextFitter.h"
+
+namespace qinghe {
+
+/// Paints pages to a screen, a printer or a PDF, the same everywhere: black on whatever is there.
+///
+/// Keep one for all pages of a document; it holds the fonts and the picture.
+class ReportPainter {
+ public:
+  /// Report units to the inch: every half point is a whole number of them.
+  static constexpr int kUnitsPerInch = 288;
+  static constexpr double kUnitsPerMillimetre = kUnitsPerInch / 25.4;
+
+  /// Paints in report units from the painter's origin, the paper's left upper corner.
+  void paint(QPainter& painter, const ReportPage& page);
+
+ private:
+  void paintText(QPainter& painter, const PlacedBox& placed);
+  void paintLine(QPainter& painter, const PlacedBox& placed);
+  void paintImage(QPainter& painter, const PlacedBox& placed);
+
+  TextFitters fitters_;
+  const TextFitter* current_ = nullptr;
+  QImage logo_;
+  bool logoRead_ = false;
+};
+
+}  // namespace qinghe
