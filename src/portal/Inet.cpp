@@ -1,5 +1,6 @@
 #include "portal/Inet.h"
 
+#include <QAbstractEventDispatcher>
 #include <QCoreApplication>
 #include <QEventLoop>
 #include <QPointer>
@@ -128,6 +129,7 @@ QString Inet::OpenURL(const QString& url) {
   self->claim();
   Transfer transfer(self->connection, std::move(request));
   self->read = &transfer;
+  bool inputHeldBack = false;
   {
     const Blocking blocking(this);
     auto painted = std::chrono::steady_clock::now();
@@ -136,8 +138,12 @@ QString Inet::OpenURL(const QString& url) {
       QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents |
                                       QEventLoop::ExcludeSocketNotifiers);
       painted = std::chrono::steady_clock::now();
+      inputHeldBack = true;
     }
   }
+  // Leaving input out has used up the window system's call for it, and nobody would call again.
+  if (auto* const dispatcher = QAbstractEventDispatcher::instance(); inputHeldBack && dispatcher)
+    dispatcher->wakeUp();
   return fromCodePage(transfer.takeBody());
 }
 

@@ -4,7 +4,8 @@
 
 namespace qinghe {
 
-RequestBuilder::RequestBuilder(const QString& server, QStringView path) : page_(server + path.toString()) {}
+RequestBuilder::RequestBuilder(const QString& server, QStringView path)
+    : page_(server + path.toString()) {}
 
 RequestBuilder& RequestBuilder::encoded(const QString& name, const QString& value) {
   return raw(name, UrlEncodeField(value));

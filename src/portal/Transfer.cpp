@@ -87,6 +87,7 @@ void Transfer::start() {
   const auto& target = takesAbsoluteTarget(proxy, url_) ? url_.absolute : url_.target;
   body_.clear();
   headerBytes_ = 0;
+  headWhole_ = false;
 
   auto* const easy = connection_.easy();
   const auto set = [easy](auto option, auto value) {
@@ -123,6 +124,8 @@ void Transfer::hopEnded(CURLcode result) {
     start();
   } else if (result != CURLE_OK) {
     fail(QString::fromLatin1(curl_easy_strerror(result)));
+  } else if (!headWhole_ || status < 200) {
+    fail(u"the answer ends within its head"_s);  // which curl takes for an empty one
   } else if (!place.isEmpty()) {
     redirect(status, place);
   } else {
@@ -177,8 +180,11 @@ size_t Transfer::onBody(char* data, size_t size, size_t count, void* self) {
   return size * count;
 }
 
-size_t Transfer::onHeader(char* /*data*/, size_t size, size_t count, void* self) {
+size_t Transfer::onHeader(char* data, size_t size, size_t count, void* self) {
   auto& transfer = *static_cast<Transfer*>(self);
+  const QByteArrayView line(data, static_cast<qsizetype>(size * count));
+  if (line.startsWith("HTTP/")) transfer.headWhole_ = false;
+  if (line.trimmed().isEmpty()) transfer.headWhole_ = true;
   transfer.headerBytes_ += size * count;
   return transfer.headerBytes_ > headerLimit ? 0 : size * count;
 }

@@ -76,6 +76,7 @@ class Transfer {
   QList<QByteArray> proxies_;  // still to try for it, the one in use first
   QByteArray body_;
   size_t headerBytes_ = 0;
+  bool headWhole_ = false;  // the empty line behind the headers has come
   int redirects_ = 0;
   bool running_ = false;  // stands in the multi handle
   bool over_ = false;

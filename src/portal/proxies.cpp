@@ -76,7 +76,8 @@ QByteArray systemProxy(const WireUrl& url) {
 QByteArray namedProxy(QByteArray entry) {
   if (entry.toLower().startsWith("http://")) entry.remove(0, 7);
   const auto unfit = [](char byte) {
-    return !std::isalnum(static_cast<unsigned char>(byte)) && !std::strchr(".-_:[]", byte);
+    return !std::isalnum(static_cast<unsigned char>(byte)) &&
+           !QByteArrayView(".-_:[]").contains(byte);
   };
   if (std::any_of(entry.cbegin(), entry.cend(), unfit)) return "http://[]";
   const auto hasPort = entry.lastIndexOf(':') > entry.lastIndexOf(']');

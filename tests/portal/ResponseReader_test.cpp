@@ -41,6 +41,9 @@ struct CutRow {
   QString page;
   QString table;
 };
+void PrintTo(const CutRow& row, std::ostream* out) {
+  *out << row.name;
+}
 class ParseResponseTable : public testing::TestWithParam<CutRow> {};
 
 TEST_P(ParseResponseTable, CutsTheTableOut) {
@@ -85,6 +88,9 @@ struct ForeignRow {
   qint16 tables;
   QString table;
 };
+void PrintTo(const ForeignRow& row, std::ostream* out) {
+  *out << row.name;
+}
 class ParseResponse2Table : public testing::TestWithParam<ForeignRow> {};
 
 TEST_P(ParseResponse2Table, CutsTheCountedTableOut) {
@@ -139,6 +145,9 @@ struct CellRow {
   QString cell;
   QString left;
 };
+void PrintTo(const CellRow& row, std::ostream* out) {
+  *out << row.name;
+}
 class CellTable : public testing::TestWithParam<CellRow> {};
 
 TEST_P(CellTable, ReadsTheCellAndStaysAtItsClosingTag) {

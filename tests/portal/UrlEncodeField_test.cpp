@@ -17,6 +17,9 @@ struct Row {
   QString encoded;
   QString valueAfterwards;
 };
+void PrintTo(const Row& row, std::ostream* out) {
+  *out << row.name;
+}
 
 class UrlEncodeFieldTable : public testing::TestWithParam<Row> {};
 
