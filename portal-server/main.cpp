@@ -1,1 +1,61 @@
-int main() { return 0; }
+#include <boost/asio/io_context.hpp>
+#include <boost/asio/ip/address.hpp>
+#include <boost/asio/signal_set.hpp>
+#include <csignal>
+#include <exception>
+#include <iostream>
+#include <string>
+#include <vector>
+
+#include "DemoData.h"
+#include "HttpServer.h"
+#include "Options.h"
+#include "Portal.h"
+#include "RequestLog.h"
+#include "SqliteStore.h"
+
+namespace {
+
+using namespace qinghe::portal_server;
+
+void run(const Options& options) {
+  SqliteStore store(options.database);
+  if (options.demo) DemoData::fill(store);
+  RequestLog log(options.log);
+  Portal portal(store);
+
+  boost::asio::io_context context(1);
+  HttpServer server(context, portal, log, Limits{});
+  boost::asio::signal_set signals(context, SIGTERM, SIGINT);
+  signals.async_wait([&](boost::system::error_code, int) { server.stop(); });
+
+  const auto endpoint =
+      server.listen({boost::asio::ip::make_address(options.address), options.port});
+  std::cout << "listening on " << endpoint << std::endl;
+  context.run();
+  log.note("stopped");
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  // Whoever read the first line of our output may be gone when the log wants to be written.
+  std::signal(SIGPIPE, SIG_IGN);
+  std::string error;
+  const auto options = parseOptions(std::vector<std::string>(argv + 1, argv + argc), error);
+  if (!options) {
+    std::cerr << "qinghe-portal: " << error << "\n" << usage();
+    return 2;
+  }
+  if (options->help) {
+    std::cout << usage();
+    return 0;
+  }
+  try {
+    run(*options);
+  } catch (const std::exception& failure) {
+    std::cerr << "qinghe-portal: " << failure.what() << '\n';
+    return 1;
+  }
+  return 0;
+}

@@ -1,0 +1,249 @@
+#include "HttpConnection.h"
+
+#include <boost/asio/as_tuple.hpp>
+#include <boost/asio/use_awaitable.hpp>
+#include <boost/asio/write.hpp>
+#include <boost/beast/http/read.hpp>
+#include <boost/beast/http/write.hpp>
+#include <string_view>
+
+#include "AnswerPage.h"
+#include "RequestLine.h"
+#include "text_codec.h"
+
+namespace qinghe::portal_server {
+
+namespace net = boost::asio;
+namespace beast = boost::beast;
+namespace http = boost::beast::http;
+
+namespace {
+
+constexpr auto plain = net::as_tuple(net::use_awaitable);
+constexpr std::size_t readAtOnce = 16 * 1024;
+constexpr std::size_t mostDrained = 16U << 20U;
+constexpr auto drainTime = std::chrono::seconds(2);
+constexpr std::string_view headEnd = "\r\n\r\n";
+constexpr std::string_view continueLine = "HTTP/1.1 100 Continue\r\n\r\n";
+constexpr std::string_view browserPolicy =
+    "default-src 'none'; style-src 'unsafe-inline'; img-src 'self'; form-action 'self'";
+
+std::string addressOf(const net::ip::tcp::socket& socket) {
+  boost::system::error_code error;
+  const auto endpoint = socket.remote_endpoint(error);
+  if (error) return {};
+  net::ip::address address = endpoint.address();
+  if (address.is_v6() && address.to_v6().is_v4_mapped()) {
+    address = net::ip::make_address_v4(net::ip::v4_mapped, address.to_v6());
+  }
+  return address.to_string();
+}
+
+const boost::system::error_category& httpErrors() {
+  return http::make_error_code(http::error::partial_message).category();
+}
+
+std::string_view viewOf(const beast::flat_buffer& buffer) {
+  const auto data = buffer.cdata();
+  return {static_cast<const char*>(data.data()), data.size()};
+}
+
+std::string_view viewOf(beast::string_view text) {
+  return {text.data(), text.size()};
+}
+
+}  // namespace
+
+HttpConnection::HttpConnection(HttpServer& server, net::ip::tcp::socket socket)
+    : server_(server), stream_(std::move(socket)), address_(addressOf(stream_.socket())) {
+  boost::system::error_code ignored;
+  stream_.socket().set_option(net::ip::tcp::no_delay(true), ignored);
+  server_.connections_.insert(this);
+}
+
+HttpConnection::~HttpConnection() {
+  server_.connections_.erase(this);
+  if (server_.stopping_ && server_.connections_.empty()) server_.farewellTimer_.cancel();
+}
+
+void HttpConnection::stopIfIdle() {
+  if (idle_) cut();
+}
+
+void HttpConnection::cut() {
+  stream_.close();
+}
+
+net::awaitable<void> HttpConnection::serve() {
+  const auto self = shared_from_this();
+  for (bool goOn = true; goOn && !server_.stopping_;) {
+    const Incoming incoming = co_await receive();
+    if (incoming.refused == 0 && !incoming.complete) break;
+    const auto began = std::chrono::steady_clock::now();
+    PortalRequest request{.path = {}, .parameters = {}, .address = address_, .host = {}};
+    PortalAnswer page = co_await answer(incoming, request);
+    log(request, page, page.body.size(), began);
+    goOn = co_await send(incoming, std::move(page));
+    if (incoming.refused != 0) co_await drain();
+  }
+  boost::system::error_code ignored;
+  stream_.socket().shutdown(net::ip::tcp::socket::shutdown_send, ignored);
+}
+
+// Closing while the rest of a refused request still arrives would reset the connection, and the
+// client would never see why.
+net::awaitable<void> HttpConnection::drain() {
+  boost::system::error_code ignored;
+  stream_.socket().shutdown(net::ip::tcp::socket::shutdown_send, ignored);
+  stream_.expires_after(drainTime);
+  for (std::size_t drained = 0; drained < mostDrained;) {
+    buffer_.clear();
+    const auto [error, size] = co_await stream_.async_read_some(buffer_.prepare(readAtOnce), plain);
+    if (error) co_return;
+    drained += size;
+  }
+}
+
+net::awaitable<HttpConnection::Incoming> HttpConnection::receive() {
+  Incoming incoming;
+  const std::size_t size = co_await receiveHead(incoming);
+  idle_ = false;
+  if (size == 0) co_return incoming;
+  const std::string_view head = viewOf(buffer_).substr(0, size);
+  const std::size_t lineEnd = head.find("\r\n");
+  const auto line = parseRequestLine(head.substr(0, lineEnd));
+  if (!line) {
+    incoming.refused = 400;
+    incoming.note = "broken request line";
+    co_return incoming;
+  }
+  incoming.method = line->method;
+  incoming.target = line->target;
+  incoming.http11 = line->http11;
+  incoming.complete = true;
+  // The headers go through the library's parser behind a request line that it knows.
+  std::string neutral(line->method == "POST" ? "POST" : "GET");
+  neutral.append(line->http11 ? " / HTTP/1.1" : " / HTTP/1.0").append(head.substr(lineEnd));
+  Parser parser;
+  parser.body_limit(server_.limits_.body);
+  parser.header_limit(static_cast<std::uint32_t>(neutral.size()));
+  boost::system::error_code error;
+  parser.put(net::buffer(neutral), error);
+  buffer_.consume(size);
+  if (error || !parser.is_header_done()) {
+    incoming.refused = error == http::error::body_limit ? 413 : 400;
+    incoming.note = "broken headers";
+    co_return incoming;
+  }
+  incoming.host = lowered(viewOf(parser.get()[http::field::host]));
+  incoming.keepAlive = parser.keep_alive();
+  if (!parser.is_done()) co_await receiveBody(parser, incoming);
+  incoming.body = std::move(parser.get().body());
+  co_return incoming;
+}
+
+net::awaitable<std::size_t> HttpConnection::receiveHead(Incoming& incoming) {
+  idle_ = buffer_.size() == 0;
+  stream_.expires_after(idle_ ? server_.limits_.idle : server_.limits_.transfer);
+  std::size_t searched = 0;
+  for (;;) {
+    const std::string_view got = viewOf(buffer_);
+    const std::size_t end = got.find(headEnd, searched);
+    const std::size_t lineEnd = got.substr(0, server_.limits_.requestLine + 2).find("\r\n");
+    if (lineEnd == std::string_view::npos && got.size() > server_.limits_.requestLine) {
+      incoming.refused = 414;
+      incoming.note = "request line is too long";
+      co_return 0;
+    }
+    const std::size_t headers = std::min(end, got.size()) - std::min(lineEnd, got.size());
+    if (lineEnd != std::string_view::npos && headers > server_.limits_.headers) {
+      incoming.refused = 431;
+      incoming.note = "headers are too long";
+      co_return 0;
+    }
+    if (end != std::string_view::npos) co_return end + headEnd.size();
+    searched = got.size() < headEnd.size() ? 0 : got.size() - headEnd.size() + 1;
+    const auto [error, size] = co_await stream_.async_read_some(buffer_.prepare(readAtOnce), plain);
+    if (error == beast::error::timeout && buffer_.size() > 0) {
+      incoming.note = "too slow";
+      server_.log_.note(address_ + " cut off: too slow");
+      server_.scheduleFlush();
+    }
+    if (error) co_return 0;
+    if (idle_) {
+      // From its first byte on, a request has to come within one bound, however it dribbles.
+      idle_ = false;
+      stream_.expires_after(server_.limits_.transfer);
+    }
+    buffer_.commit(size);
+  }
+}
+
+net::awaitable<void> HttpConnection::receiveBody(Parser& parser, Incoming& incoming) {
+  stream_.expires_after(server_.limits_.transfer);
+  if (sameName(viewOf(parser.get()[http::field::expect]), "100-continue")) {
+    co_await net::async_write(stream_, net::buffer(continueLine), plain);
+  }
+  const auto [error, size] = co_await http::async_read(stream_, buffer_, parser, plain);
+  if (!error) co_return;
+  if (error == http::error::body_limit) {
+    incoming.refused = 413;
+    incoming.note = "body is too large";
+  } else if (parser.is_done() || error.category() != httpErrors()) {
+    incoming.complete = false;
+  } else {
+    incoming.refused = 400;
+    incoming.note = "broken body";
+  }
+}
+
+net::awaitable<PortalAnswer> HttpConnection::answer(const Incoming& incoming,
+                                                    PortalRequest& request) {
+  if (incoming.refused != 0) co_return unmarkedAnswer(incoming.refused, incoming.note);
+  const std::string_view method = incoming.method;
+  if (method != "GET" && method != "HEAD" && method != "POST") {
+    co_return unmarkedAnswer(405, "unknown method");
+  }
+  const RequestTarget target = parseTarget(incoming.target);
+  request.path = target.path;
+  request.host = incoming.host.empty() ? target.host : incoming.host;
+  request.parameters.add(target.query);
+  if (method == "POST") request.parameters.add(incoming.body);
+  co_return co_await server_.answered(request);
+}
+
+net::awaitable<bool> HttpConnection::send(const Incoming& incoming, PortalAnswer page) {
+  http::response<http::string_body> response{static_cast<http::status>(page.status),
+                                             incoming.http11 ? 11U : 10U};
+  response.set(http::field::server, "qinghe-portal");
+  response.set(http::field::content_type, "text/html; charset=GBK");
+  response.set(http::field::cache_control, "no-store");
+  response.set("X-Content-Type-Options", "nosniff");
+  if (page.forBrowser) {
+    response.set("Content-Security-Policy",
+                 beast::string_view(browserPolicy.data(), browserPolicy.size()));
+  }
+  const bool keep = incoming.refused == 0 && incoming.keepAlive && !server_.stopping_;
+  response.keep_alive(keep);
+  response.content_length(page.body.size());
+  if (incoming.method != "HEAD") response.body() = std::move(page.body);
+  stream_.expires_after(server_.limits_.transfer);
+  const auto [error, size] = co_await http::async_write(stream_, response, plain);
+  co_return !error && keep;
+}
+
+void HttpConnection::log(const PortalRequest& request, const PortalAnswer& page, std::size_t bytes,
+                         std::chrono::steady_clock::time_point began) {
+  const auto time = std::chrono::duration_cast<std::chrono::microseconds>(
+      std::chrono::steady_clock::now() - began);
+  server_.log_.add({.address = address_,
+                    .page = request.path,
+                    .table = request.parameters.bytes("stable"),
+                    .status = page.status,
+                    .bytes = bytes,
+                    .time = time,
+                    .note = page.note});
+  server_.scheduleFlush();
+}
+
+}  // namespace qinghe::portal_server

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <boost/asio/awaitable.hpp>
+#include <boost/beast/core/flat_buffer.hpp>
+#include <boost/beast/core/tcp_stream.hpp>
+#include <boost/beast/http/parser.hpp>
+#include <boost/beast/http/string_body.hpp>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "HttpServer.h"
+
+namespace qinghe::portal_server {
+
+/// One client's connection: reads requests, has them answered, writes each answer at once.
+class HttpConnection : public std::enable_shared_from_this<HttpConnection> {
+ public:
+  HttpConnection(HttpServer& server, boost::asio::ip::tcp::socket socket);
+  ~HttpConnection();
+
+  /// Runs until the client leaves, breaks a limit, or the server stops.
+  boost::asio::awaitable<void> serve();
+  void stopIfIdle();
+  void cut();
+
+ private:
+  using Parser = boost::beast::http::request_parser<boost::beast::http::string_body>;
+
+  /// What came, or the status to turn it away with.
+  struct Incoming {
+    unsigned refused = 0;
+    std::string note;
+    bool complete = false;  ///< whether there is something to answer
+    std::string method;
+    std::string target;
+    bool http11 = true;
+    std::string host;
+    std::string body;
+    bool keepAlive = false;
+  };
+
+  boost::asio::awaitable<Incoming> receive();
+  /// The size of the first line and headers, blank line included; 0 on failure, with `refused`.
+  boost::asio::awaitable<std::size_t> receiveHead(Incoming& incoming);
+  boost::asio::awaitable<void> receiveBody(Parser& parser, Incoming& incoming);
+  boost::asio::awaitable<void> drain();
+  boost::asio::awaitable<bool> send(const Incoming& incoming, PortalAnswer answer);
+  boost::asio::awaitable<PortalAnswer> answer(const Incoming& incoming, PortalRequest& request);
+  void log(const PortalRequest& request, const PortalAnswer& answer, std::size_t bytes,
+           std::chrono::steady_clock::time_point began);
+
+  HttpServer& server_;
+  boost::beast::tcp_stream stream_;
+  boost::beast::flat_buffer buffer_;
+  std::string address_;
+  bool idle_ = true;
+};
+
+}  // namespace qinghe::portal_server

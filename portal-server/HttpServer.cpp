@@ -1,0 +1,117 @@
+#include "HttpServer.h"
+
+#include <boost/asio/as_tuple.hpp>
+#include <boost/asio/co_spawn.hpp>
+#include <boost/asio/detached.hpp>
+#include <boost/asio/use_awaitable.hpp>
+
+#include "AnswerPage.h"
+#include "HttpConnection.h"
+
+namespace qinghe::portal_server {
+
+namespace net = boost::asio;
+
+namespace {
+
+constexpr auto flushAfter = std::chrono::milliseconds(200);
+constexpr auto acceptPause = std::chrono::milliseconds(50);
+constexpr auto plain = net::as_tuple(net::use_awaitable);
+
+}  // namespace
+
+HttpServer::HttpServer(net::io_context& context, Portal& portal, RequestLog& log, Limits limits)
+    : context_(context),
+      portal_(portal),
+      log_(log),
+      limits_(limits),
+      acceptor_(context),
+      flushTimer_(context),
+      farewellTimer_(context) {}
+
+HttpServer::~HttpServer() {
+  writer_.join();
+}
+
+HttpServer::Tcp::endpoint HttpServer::listen(const Tcp::endpoint& endpoint) {
+  acceptor_.open(endpoint.protocol());
+  acceptor_.set_option(net::socket_base::reuse_address(true));
+  acceptor_.bind(endpoint);
+  acceptor_.listen(net::socket_base::max_listen_connections);
+  net::co_spawn(context_, accept(), net::detached);
+  return acceptor_.local_endpoint();
+}
+
+void HttpServer::stop() {
+  if (stopping_) return;
+  stopping_ = true;
+  boost::system::error_code ignored;
+  acceptor_.close(ignored);
+  for (HttpConnection* connection : connections_) connection->stopIfIdle();
+  if (connections_.empty()) return;
+  farewellTimer_.expires_after(limits_.farewell);
+  farewellTimer_.async_wait([this](boost::system::error_code error) {
+    if (error) return;
+    for (HttpConnection* connection : connections_) connection->cut();
+  });
+}
+
+net::awaitable<void> HttpServer::accept() {
+  net::steady_timer pause(context_);
+  while (!stopping_) {
+    auto [error, socket] = co_await acceptor_.async_accept(plain);
+    if (error) {
+      if (stopping_) break;
+      // Out of descriptors, most likely; connections that end make room.
+      pause.expires_after(acceptPause);
+      co_await pause.async_wait(plain);
+      continue;
+    }
+    if (connections_.size() >= limits_.connections) {
+      log_.note("too many connections, one turned away");
+      scheduleFlush();
+      continue;
+    }
+    auto connection = std::make_shared<HttpConnection>(*this, std::move(socket));
+    net::co_spawn(
+        context_, [connection] { return connection->serve(); }, net::detached);
+  }
+}
+
+net::awaitable<PortalAnswer> HttpServer::answered(PortalRequest request) {
+  if (!Portal::unwrapRelay(request)) {
+    co_return unmarkedAnswer(200, "refused: the relay serves this portal's own pages");
+  }
+  const bool login = Portal::isLogin(request);
+  if (login) {
+    const auto wait = brake_.admit(request.address, LoginBrake::Clock::now());
+    if (!wait) co_return unmarkedAnswer(200, "refused: too many failed logins");
+    if (*wait > LoginBrake::Clock::duration{}) {
+      net::steady_timer timer(context_, *wait);
+      co_await timer.async_wait(plain);
+    }
+  }
+  if (!Portal::isWrite(request)) co_return portal_.answer(request);
+  const auto work = [this, &request]() -> net::awaitable<PortalAnswer> {
+    co_return portal_.answer(request);
+  };
+  PortalAnswer answer = co_await net::co_spawn(writer_, work, net::use_awaitable);
+  if (login && answer.loginRefused) {
+    brake_.failed(request.address, LoginBrake::Clock::now());
+  } else if (login && answer.status == 200) {
+    brake_.succeeded(request.address);
+  }
+  co_return answer;
+}
+
+void HttpServer::scheduleFlush() {
+  if (flushDue_) return;
+  flushDue_ = true;
+  flushTimer_.expires_after(flushAfter);
+  flushTimer_.async_wait([this](boost::system::error_code) {
+    flushDue_ = false;
+    log_.flush();
+  });
+}
+
+}  // namespace qinghe::portal_server

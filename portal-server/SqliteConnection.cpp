@@ -1,0 +1,178 @@
+#include "SqliteConnection.h"
+
+#include <stdexcept>
+
+namespace qinghe::portal_server {
+
+namespace {
+
+constexpr std::size_t mostStatements = 256;
+constexpr int stepsAtOnce = 10'000;
+// Some seconds of work for one statement: no list that a client asks for comes near it.
+constexpr long mostSteps = 20'000;
+constexpr int busyMilliseconds = 10'000;
+
+// Leaves a statement ready for its next use, whatever happened to this one.
+class ResetOnExit {
+ public:
+  explicit ResetOnExit(sqlite3_stmt* statement) : statement_(statement) {}
+  ~ResetOnExit() {
+    sqlite3_reset(statement_);
+    sqlite3_clear_bindings(statement_);
+  }
+  ResetOnExit(const ResetOnExit&) = delete;
+  ResetOnExit& operator=(const ResetOnExit&) = delete;
+
+ private:
+  sqlite3_stmt* statement_;
+};
+
+int bindValue(sqlite3_stmt* statement, int at, const Value& value) {
+  if (const auto* whole = std::get_if<std::int64_t>(&value)) {
+    return sqlite3_bind_int64(statement, at, *whole);
+  }
+  if (const auto* real = std::get_if<double>(&value)) {
+    return sqlite3_bind_double(statement, at, *real);
+  }
+  const std::string& text = std::get<std::string>(value);
+  return sqlite3_bind_text64(statement, at, text.data(), text.size(), SQLITE_TRANSIENT,
+                             SQLITE_UTF8);
+}
+
+Cell cellAt(sqlite3_stmt* statement, int at) {
+  switch (sqlite3_column_type(statement, at)) {
+    case SQLITE_INTEGER:
+      return std::int64_t{sqlite3_column_int64(statement, at)};
+    case SQLITE_FLOAT:
+      return sqlite3_column_double(statement, at);
+    default:
+      break;
+  }
+  const auto* text = static_cast<const char*>(sqlite3_column_blob(statement, at));
+  const auto size = static_cast<std::size_t>(sqlite3_column_bytes(statement, at));
+  return text ? std::string_view(text, size) : std::string_view();
+}
+
+}  // namespace
+
+SqliteConnection::SqliteConnection(const std::string& path, Mode mode) {
+  sqlite3* opened = nullptr;
+  const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX |
+                    (mode == Mode::Writing ? SQLITE_OPEN_CREATE : 0);
+  const int result = sqlite3_open_v2(path.c_str(), &opened, flags, nullptr);
+  database_.reset(opened);
+  if (result != SQLITE_OK) fail("cannot open " + path);
+  sqlite3_busy_timeout(opened, busyMilliseconds);
+  sqlite3_limit(opened, SQLITE_LIMIT_ATTACHED, 0);
+  sqlite3_db_config(opened, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+  if (mode == Mode::Writing) {
+    // A reader never waits for the disk, and what is committed survives a power cut.
+    execute("PRAGMA journal_mode=WAL");
+    execute("PRAGMA synchronous=FULL");
+  } else {
+    execute("PRAGMA query_only=1");
+    sqlite3_progress_handler(opened, stepsAtOnce, &SqliteConnection::countSteps, this);
+  }
+}
+
+void SqliteConnection::read(const Query& query, RowSink& sink) {
+  sqlite3_stmt* statement = bound(selectSql(query));
+  const ResetOnExit reset(statement);
+  while (step(statement)) {
+    sink.beginRow();
+    int at = 0;
+    for (const Column* column : query.fields) sink.cell(*column, cellAt(statement, at++));
+    sink.endRow();
+  }
+}
+
+std::int64_t SqliteConnection::count(const Table& table, const Expression& condition) {
+  sqlite3_stmt* statement = bound(countSql(table, condition));
+  const ResetOnExit reset(statement);
+  return step(statement) ? sqlite3_column_int64(statement, 0) : 0;
+}
+
+std::int64_t SqliteConnection::insert(const Table& table, const std::vector<Assignment>& row) {
+  run(insertSql(table, row));
+  return sqlite3_last_insert_rowid(database_.get());
+}
+
+void SqliteConnection::update(const Table& table, std::int64_t id,
+                              const std::vector<Assignment>& row) {
+  if (!row.empty()) run(updateSql(table, id, row));
+}
+
+void SqliteConnection::remove(const Table& table, const Expression& condition) {
+  run(removeSql(table, condition));
+}
+
+void SqliteConnection::execute(const std::string& statement) {
+  run({.text = statement});
+}
+
+std::vector<std::string> SqliteConnection::columnNames(std::string_view storage) {
+  sqlite3_stmt* statement =
+      bound({.text = "SELECT name FROM pragma_table_info(?)", .values = {std::string(storage)}});
+  const ResetOnExit reset(statement);
+  std::vector<std::string> names;
+  while (step(statement)) {
+    const Cell cell = cellAt(statement, 0);
+    names.emplace_back(std::get<std::string_view>(cell));
+  }
+  return names;
+}
+
+sqlite3_stmt* SqliteConnection::prepared(const std::string& text) {
+  if (const auto known = byText_.find(text); known != byText_.end()) {
+    recent_.splice(recent_.begin(), recent_, known->second);
+    return known->second->statement.get();
+  }
+  sqlite3_stmt* statement = nullptr;
+  const int size = static_cast<int>(text.size()) + 1;
+  if (sqlite3_prepare_v3(database_.get(), text.c_str(), size, SQLITE_PREPARE_PERSISTENT, &statement,
+                         nullptr) != SQLITE_OK) {
+    fail("cannot prepare");
+  }
+  recent_.push_front({text, Statement(statement)});
+  byText_.emplace(recent_.front().text, recent_.begin());
+  if (recent_.size() > mostStatements) {
+    byText_.erase(recent_.back().text);
+    recent_.pop_back();
+  }
+  return statement;
+}
+
+sqlite3_stmt* SqliteConnection::bound(const Sql& sql) {
+  sqlite3_stmt* statement = prepared(sql.text);
+  int at = 0;
+  for (const Value& value : sql.values) {
+    if (bindValue(statement, ++at, value) != SQLITE_OK) fail("cannot bind");
+  }
+  steps_ = 0;
+  return statement;
+}
+
+bool SqliteConnection::step(sqlite3_stmt* statement) {
+  const int result = sqlite3_step(statement);
+  if (result == SQLITE_ROW) return true;
+  if (result != SQLITE_DONE) fail("cannot run");
+  return false;
+}
+
+void SqliteConnection::run(const Sql& sql) {
+  sqlite3_stmt* statement = bound(sql);
+  const ResetOnExit reset(statement);
+  while (step(statement)) {
+  }
+}
+
+void SqliteConnection::fail(const std::string& what) {
+  const char* words = database_ ? sqlite3_errmsg(database_.get()) : "out of memory";
+  throw std::runtime_error(what + ": " + words);
+}
+
+int SqliteConnection::countSteps(void* connection) {
+  return ++static_cast<SqliteConnection*>(connection)->steps_ > mostSteps ? 1 : 0;
+}
+
+}  // namespace qinghe::portal_server

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <sqlite3.h>
+
+#include <list>
+#include <memory>
+#include <string>
+#include <unordered_map>
+
+#include "Store.h"
+#include "sql_text.h"
+
+namespace qinghe::portal_server {
+
+/// One connection to the database file, with the statements it has prepared. Used by one thread.
+class SqliteConnection final : public StoreWriter {
+ public:
+  enum class Mode : std::uint8_t { Reading, Writing };
+
+  /// Opens the file, in `Writing` mode also making it. Throws `std::runtime_error`.
+  SqliteConnection(const std::string& path, Mode mode);
+
+  void read(const Query& query, RowSink& sink) override;
+  std::int64_t count(const Table& table, const Expression& condition) override;
+  std::int64_t insert(const Table& table, const std::vector<Assignment>& row) override;
+  void update(const Table& table, std::int64_t id, const std::vector<Assignment>& row) override;
+  void remove(const Table& table, const Expression& condition) override;
+
+  /// Runs a fixed statement of our own, whose rows nobody reads.
+  void execute(const std::string& statement);
+  /// The names of the columns that a stored table has by now.
+  std::vector<std::string> columnNames(std::string_view storage);
+
+ private:
+  struct CloseDatabase {
+    void operator()(sqlite3* database) const { sqlite3_close_v2(database); }
+  };
+  struct Finalize {
+    void operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
+  };
+  using Statement = std::unique_ptr<sqlite3_stmt, Finalize>;
+  struct Prepared {
+    std::string text;
+    Statement statement;
+  };
+
+  sqlite3_stmt* prepared(const std::string& text);
+  sqlite3_stmt* bound(const Sql& sql);
+  bool step(sqlite3_stmt* statement);
+  void run(const Sql& sql);
+  [[noreturn]] void fail(const std::string& what);
+  static int countSteps(void* connection);
+
+  std::unique_ptr<sqlite3, CloseDatabase> database_;
+  std::list<Prepared> recent_;  // the one used last stands in front
+  std::unordered_map<std::string_view, std::list<Prepared>::iterator> byText_;
+  long steps_ = 0;
+};
+
+}  // namespace qinghe::portal_server

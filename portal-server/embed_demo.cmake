@@ -1,0 +1,10 @@
+# Writes the demo data files as one source file: cmake -DFOLDER=... -DNAMES=... -DOUTPUT=... -P
+set(source "#include \"demo_files.h\"\n\nnamespace qinghe::portal_server {\n\n")
+string(APPEND source "std::vector<DemoFile> demoFiles() {\n  return {\n")
+string(REPLACE "," ";" names "${NAMES}")
+foreach(name IN LISTS names)
+  file(READ "${FOLDER}/${name}.tsv" text)
+  string(APPEND source "      {\"${name}\", R\"demo(${text})demo\"},\n")
+endforeach()
+string(APPEND source "  };\n}\n\n}  // namespace qinghe::portal_server\n")
+file(WRITE "${OUTPUT}" "${source}")

@@ -1,0 +1,122 @@
+#include "local_demo.h"
+
+#include <algorithm>
+#include <stdexcept>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "DemoData.h"
+
+namespace qinghe::portal_server {
+
+namespace {
+
+using Sheet = DemoData::Sheet;
+using Line = DemoData::Line;
+using Columns = std::vector<std::pair<std::string_view, std::string_view>>;  // local, portal
+
+// The one enterprise of a machine; its goods name it by this key.
+constexpr std::string_view localId = "1";
+
+const Sheet& sheetOf(const std::vector<Sheet>& sheets, std::string_view storage) {
+  const auto found = std::find_if(sheets.begin(), sheets.end(),
+                                  [&](const Sheet& sheet) { return sheet.storage == storage; });
+  if (found == sheets.end()) throw std::logic_error("demo data: a sheet is missing");
+  return *found;
+}
+
+std::string_view cell(const Sheet& sheet, const Line& line, std::string_view column) {
+  const auto found = std::find(sheet.columns.begin(), sheet.columns.end(), column);
+  if (found == sheet.columns.end()) return {};
+  return line[static_cast<std::size_t>(found - sheet.columns.begin())];
+}
+
+// Local rows hold what a user sees: line ends instead of tags.
+std::string literal(std::string_view text) {
+  std::string sql = "'";
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text.substr(i, 4) == "<br>") {
+      sql += "'||char(13,10)||'";
+      i += 3;
+    } else {
+      sql += text[i];
+      if (text[i] == '\'') sql += '\'';
+    }
+  }
+  return sql + "'";
+}
+
+void appendInsert(std::string& sql, std::string_view table,
+                  const std::vector<std::pair<std::string_view, std::string>>& cells) {
+  std::string names;
+  std::string values;
+  for (const auto& [name, value] : cells) {
+    names += (names.empty() ? "" : ",") + std::string(name);
+    values += (values.empty() ? "" : ",") + value;
+  }
+  sql += "INSERT INTO " + std::string(table) + "(" + names + ") VALUES (" + values + ");\n";
+}
+
+void appendMirror(std::string& sql, std::string_view table, const Sheet& sheet,
+                  std::string_view enterprise, const Columns& columns) {
+  int number = 0;
+  for (const Line& line : sheet.lines) {
+    if (cell(sheet, line, "qiye_id") != enterprise) continue;
+    std::vector<std::pair<std::string_view, std::string>> cells{
+        {"id", std::to_string(++number)},
+        {"R_ID", std::string(cell(sheet, line, "id"))},
+        {"QIYE_ID", std::string(localId)}};
+    for (const auto& [local, portal] : columns) {
+      const std::string_view value = cell(sheet, line, portal);
+      const bool isNumber = local.ends_with("_ID") || local == "NOTH";
+      cells.emplace_back(local, isNumber ? std::string(value) : literal(value));
+    }
+    appendInsert(sql, table, cells);
+  }
+}
+
+}  // namespace
+
+std::string localDemoSql(const std::string& userNumber) {
+  const auto sheets = DemoData::sheets();
+  const Sheet& enterprises = sheetOf(sheets, "qyxx");
+  for (const Line& line : enterprises.lines) {
+    if (cell(enterprises, line, "user_no") != userNumber) continue;
+    const std::string_view id = cell(enterprises, line, "id");
+    std::string sql = "BEGIN;\n";
+    appendInsert(sql, "QYXX",
+                 {{"id", std::string(localId)},
+                  {"R_ID", std::string(id)},
+                  {"user_no", literal(userNumber)},
+                  {"user_name", literal(cell(enterprises, line, "user_name"))},
+                  {"user_pass", literal(cell(enterprises, line, "user_pass"))}});
+    appendMirror(sql, "XIMU", sheetOf(sheets, "ximu"), id,
+                 {{"qiye", "qiye"},
+                  {"LEBI_ID", "lebi_id"},
+                  {"CHYE_ID", "chye_id"},
+                  {"XIMU_NO", "ximu_no"},
+                  {"XIMU", "ximu"},
+                  {"GESH", "gesh"},
+                  {"LEBI", "lebi"},
+                  {"CHYE", "chye"},
+                  {"SHXI", "shxi"},
+                  {"JIGEX", "jigex"},
+                  {"ZHKO", "zhko"},
+                  {"JISH", "jish"},
+                  {"NOTH", "noth"}});
+    appendMirror(sql, "FUWU", sheetOf(sheets, "fuwu"), id,
+                 {{"qiye", "qiye"},
+                  {"XIMU_NO", "ximu_no"},
+                  {"XIMU", "ximu"},
+                  {"JIGEX", "jigex"},
+                  {"ZHKO", "zhko"},
+                  {"SHXI", "shxi"},
+                  {"JISH", "jish"},
+                  {"NOTH", "noth"}});
+    return sql + "COMMIT;\n";
+  }
+  throw std::logic_error("demo data: no enterprise " + userNumber);
+}
+
+}  // namespace qinghe::portal_server

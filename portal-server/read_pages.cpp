@@ -1,0 +1,121 @@
+#include "read_pages.h"
+
+#include <algorithm>
+
+#include "AnswerPage.h"
+#include "ConditionParser.h"
+#include "Refusal.h"
+#include "sessions.h"
+#include "text_codec.h"
+
+namespace qinghe::portal_server {
+
+namespace {
+
+constexpr long long largestPageSize = 32767;
+constexpr long long lastPage = 1'000'000'000;
+constexpr long long mostStructureCells = 64;
+constexpr std::int64_t mostStructureRows = 20'000;
+
+const Table& requestedTable(Family family, const PortalRequest& request) {
+  const Table* table = findTable(family, request.parameters.bytes("STABLE"));
+  if (!table) throw Refusal("unknown table");
+  return *table;
+}
+
+bool namesSecret(const std::vector<const Column*>& fields) {
+  return std::any_of(fields.begin(), fields.end(),
+                     [](const Column* column) { return column->access == Access::Secret; });
+}
+
+// The client's condition, and around it what the asking address may see.
+Expression visibleRows(const Table& table, const PortalRequest& request, bool secret,
+                       StoreReader& store) {
+  Expression asked = ConditionParser(table).parse(request.parameters.text("STOTHER"));
+  secret = secret || asked.touches(Access::Secret);
+  const bool isPrivate = !table.readers.empty() || !table.parent.empty();
+  if (!secret && !isPrivate) return asked;
+  const Visitors visitors = loggedInAt(store, request.address);
+  return Expression::allOf({readScope(table, secret, visitors), std::move(asked)});
+}
+
+Query requestedRows(Family family, const PortalRequest& request, StoreReader& store) {
+  const Table& table = requestedTable(family, request);
+  Query query{.table = &table,
+              .fields = parseFields(table, request.parameters.text("STRDATA")),
+              .order = parseOrder(table, request.parameters.text("STORDER"))};
+  const bool secretOrder =
+      std::any_of(query.order.begin(), query.order.end(),
+                  [](const OrderTerm& term) { return term.column->access == Access::Secret; });
+  query.condition = visibleRows(table, request, secretOrder || namesSecret(query.fields), store);
+  return query;
+}
+
+PortalAnswer rowsAnswer(const Query& query, StoreReader& store) {
+  AnswerPage page;
+  store.read(query, page);
+  if (page.rows() == 0 && namesSecret(query.fields)) throw Refusal("not the enterprise's own row");
+  return std::move(page).finish();
+}
+
+long long pageSize(const PortalRequest& request) {
+  const long long size = wholeNumber(request.parameters.bytes("STPAGESIZE"));
+  if (size < 1 || size > largestPageSize) throw Refusal("broken page size");
+  return size;
+}
+
+// Fills a row up to the number of cells that the client is going to read.
+class PaddedRows final : public RowSink {
+ public:
+  PaddedRows(AnswerPage& page, long long missing) : page_(page), missing_(missing) {}
+  void beginRow() override { page_.beginRow(); }
+  void cell(const Column& column, const Cell& cell) override { page_.cell(column, cell); }
+  void endRow() override {
+    for (long long i = 0; i < missing_; ++i) page_.text({});
+    page_.endRow();
+  }
+
+ private:
+  AnswerPage& page_;
+  long long missing_;
+};
+
+}  // namespace
+
+PortalAnswer listPage(Family family, const PortalRequest& request, StoreReader& store) {
+  return rowsAnswer(requestedRows(family, request, store), store);
+}
+
+PortalAnswer onePage(Family family, const PortalRequest& request, StoreReader& store) {
+  const long long size = pageSize(request);
+  const long long number = wholeNumber(request.parameters.bytes("STPAGE"));
+  if (number < 1 || number > lastPage) throw Refusal("broken page number");
+  Query query = requestedRows(family, request, store);
+  query.limit = size;
+  query.offset = (number - 1) * size;
+  return rowsAnswer(query, store);
+}
+
+PortalAnswer pageCount(Family family, const PortalRequest& request, StoreReader& store) {
+  const long long size = pageSize(request);
+  const Table& table = requestedTable(family, request);
+  const std::int64_t rows = store.count(table, visibleRows(table, request, false, store));
+  return numberAnswer((rows + size - 1) / size);
+}
+
+PortalAnswer structurePage(const PortalRequest& request, StoreReader& store) {
+  const Table& table = requestedTable(Family::Login, request);
+  if (!table.structure) throw Refusal("table has no structure page");
+  const long long cells = wholeNumber(request.parameters.bytes("STRUCTN"));
+  if (cells < 1 || cells > mostStructureCells) throw Refusal("broken structure");
+  Query query{.table = &table, .fields = {}, .limit = mostStructureRows};
+  for (const Column& column : table.columns) {
+    if (std::ssize(query.fields) < cells) query.fields.push_back(&column);
+  }
+  AnswerPage page;
+  PaddedRows rows(page, cells - std::ssize(query.fields));
+  store.read(query, rows);
+  return std::move(page).finish();
+}
+
+}  // namespace qinghe::portal_server

@@ -1,0 +1,122 @@
+#include "text_codec.h"
+
+#include <QString>
+#include <algorithm>
+
+#include "values/code_page.h"
+
+namespace qinghe::portal_server {
+
+namespace {
+
+int hexDigit(char c) {
+  if (c >= '0' && c <= '9') return c - '0';
+  if (c >= 'A' && c <= 'F') return c - 'A' + 10;
+  if (c >= 'a' && c <= 'f') return c - 'a' + 10;
+  return -1;
+}
+
+char lower(char c) {
+  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+bool isPlainAscii(std::string_view text) {
+  return std::none_of(text.begin(), text.end(),
+                      [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
+}
+
+bool startsWithLineBreakTag(std::string_view text) {
+  return text.size() >= 4 && sameName(text.substr(0, 4), "<br>");
+}
+
+}  // namespace
+
+std::string decodeEscapes(std::string_view raw) {
+  std::string bytes;
+  bytes.reserve(raw.size());
+  for (std::size_t i = 0; i < raw.size(); ++i) {
+    const int high = raw[i] == '%' && i + 1 < raw.size() ? hexDigit(raw[i + 1]) : -1;
+    if (high < 0) {
+      bytes.push_back(raw[i]);
+      continue;
+    }
+    const int low = i + 2 < raw.size() ? hexDigit(raw[i + 2]) : -1;
+    bytes.push_back(static_cast<char>(low < 0 ? high : high * 16 + low));
+    i += low < 0 ? 1 : 2;
+  }
+  return bytes;
+}
+
+std::string utf8FromCodePage(std::string_view bytes) {
+  if (isPlainAscii(bytes)) return std::string(bytes);
+  return fromCodePage(QByteArrayView(bytes.data(), static_cast<qsizetype>(bytes.size())))
+      .toStdString();
+}
+
+std::string codePageFromUtf8(std::string_view text) {
+  if (isPlainAscii(text)) return std::string(text);
+  return toCodePage(QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())))
+      .toStdString();
+}
+
+std::string storedText(std::string_view text) {
+  std::string stored;
+  stored.reserve(text.size());
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const char c = text[i];
+    if (c == '<' && startsWithLineBreakTag(text.substr(i))) {
+      stored += "<br>";
+      i += 3;
+    } else if (c == '<') {
+      stored += "&lt;";
+    } else if (c == '>') {
+      stored += "&gt;";
+    } else if (c == '\r' && i + 1 < text.size() && text[i + 1] == '\n') {
+      stored += "<br>";
+      ++i;
+    } else if (c != '\0') {
+      stored.push_back(c);
+    }
+  }
+  return stored;
+}
+
+std::string attributeText(std::string_view text) {
+  std::string shown;
+  for (const char c : text) {
+    if (c == '"') {
+      shown += "&quot;";
+    } else if (c == '<') {
+      shown += "&lt;";
+    } else if (c == '>') {
+      shown += "&gt;";
+    } else {
+      shown.push_back(c);
+    }
+  }
+  return shown;
+}
+
+bool sameName(std::string_view left, std::string_view right) {
+  return left.size() == right.size() &&
+         std::equal(left.begin(), left.end(), right.begin(),
+                    [](char a, char b) { return lower(a) == lower(b); });
+}
+
+std::string lowered(std::string_view text) {
+  std::string result(text);
+  std::transform(result.begin(), result.end(), result.begin(), lower);
+  return result;
+}
+
+long long wholeNumber(std::string_view text) {
+  if (text.empty() || text.size() > 18) return -1;
+  long long value = 0;
+  for (const char c : text) {
+    if (c < '0' || c > '9') return -1;
+    value = value * 10 + (c - '0');
+  }
+  return value;
+}
+
+}  // namespace qinghe::portal_server
