@@ -2,6 +2,7 @@
 
 #include <QString>
 #include <QStringView>
+#include <algorithm>
 
 namespace qinghe {
 
@@ -19,6 +20,8 @@ class ResponseCursor {
 
   /// The tail from `offset` (0-based, counted from the front) on.
   ResponseCursor from(qsizetype offset) const;
+  /// Becomes that tail.
+  void advance(qsizetype offset) { position_ += std::clamp<qsizetype>(offset, 0, length()); }
 
  private:
   QString text_;

@@ -9,10 +9,8 @@ namespace qinghe {
 /// and its hexadecimal value in capitals without a leading zero ("%41", "%9").
 QString UrlEncodeField(QString& value);
 
-/// The same for a value that nobody keeps.
+/// The same for a value that nobody keeps, or that must stay as it is.
 QString UrlEncodeField(QString&& value);
-inline QString UrlEncodeField(const QString& value) {
-  return UrlEncodeField(QString(value));
-}
+QString UrlEncodeField(const QString& value);
 
 }  // namespace qinghe
