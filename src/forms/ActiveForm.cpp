@@ -33,15 +33,23 @@ bool takesNoPlace(const QWidget* window) {
 ActiveForm::ActiveForm(EventGate& gate) : gate_(gate) {
   if (qApp != nullptr) qApp->installEventFilter(this);
   // Queued: whoever reads from the portal reads the answer off first.
-  connect(
-      &gate_, &EventGate::opened, this,
-      [this] {
-        if (gate_.isHeld() || pending_ == nullptr) return;
-        auto* form = qobject_cast<Form*>(pending_);
-        pending_ = nullptr;
-        if (form != nullptr) enter(form);
-      },
-      Qt::QueuedConnection);
+  connect(&gate_, &EventGate::opened, this, &ActiveForm::enterPending, Qt::QueuedConnection);
+}
+
+void ActiveForm::resume() {
+  paused_ = false;
+  QMetaObject::invokeMethod(this, &ActiveForm::enterPending, Qt::QueuedConnection);
+}
+
+bool ActiveForm::mustWait() const {
+  return paused_ || gate_.isHeld();
+}
+
+void ActiveForm::enterPending() {
+  if (mustWait()) return;
+  auto* form = qobject_cast<Form*>(pending_);
+  pending_ = nullptr;
+  if (form != nullptr) enter(form);
 }
 
 Form* ActiveForm::current() const {
@@ -50,7 +58,7 @@ Form* ActiveForm::current() const {
 
 void ActiveForm::enter(Form* form) {
   if (form != nullptr && form->isLeaving()) return;
-  if (form != nullptr && gate_.isHeld()) {
+  if (form != nullptr && mustWait()) {
     pending_ = form;
     return;
   }
@@ -60,14 +68,28 @@ void ActiveForm::enter(Form* form) {
 }
 
 void ActiveForm::leave(const Form* form) {
-  if (current_ == form) current_ = nullptr;
   if (pending_ == form) pending_ = nullptr;
+  if (current_ != form) return;
+  current_ = nullptr;
+  // The next one mostly comes by its window's activation, but a form that went before its own
+  // window got that far leaves the old window active all along.
+  QMetaObject::invokeMethod(
+      this,
+      [this] {
+        auto* window = QApplication::activeWindow();
+        if (current_ == nullptr && window != nullptr) lookAt(window);
+      },
+      Qt::QueuedConnection);
+}
+
+void ActiveForm::lookAt(QWidget* window) {
+  if (window->isVisible() && !takesNoPlace(window)) enter(frontForm(window));
 }
 
 bool ActiveForm::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::WindowActivate && watched->isWidgetType()) {
     auto* window = static_cast<QWidget*>(watched);
-    if (window->isWindow() && !takesNoPlace(window)) enter(frontForm(window));
+    if (window->isWindow()) lookAt(window);
   }
   return QObject::eventFilter(watched, event);
 }

@@ -24,14 +24,22 @@ class ActiveForm : public QObject {
   void enter(Form* form);
   /// A form that goes away or hides is no longer the active one.
   void leave(const Form* form);
+  /// From the end of a modal form until its opener has the control again nobody becomes active.
+  void pause() { paused_ = true; }
+  void resume();
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  void lookAt(QWidget* window);
+  bool mustWait() const;
+  void enterPending();
+
   EventGate& gate_;
   QPointer<QWidget> current_;
   QPointer<QWidget> pending_;
+  bool paused_ = false;
 };
 
 }  // namespace qinghe

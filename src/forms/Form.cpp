@@ -167,6 +167,7 @@ void Form::showModal() {
     const QPointer<Form> self(this);
     modalLoop_ = &loop;
     loop.exec(QEventLoop::DialogExec);
+    formsState().activeForm.resume();
     if (self == nullptr) return;
     modalLoop_ = nullptr;
   }
@@ -204,14 +205,19 @@ bool Form::unload() {
 }
 
 void Form::leaveScreen() {
-  const bool wasInFront = isWindow() && isActiveWindow();
+  // It may leave before its activation got round to it.
+  const auto* active = QApplication::activeWindow();
+  const bool wasInFront = active != nullptr && (active == this || active == opener_);
   auto* sub = subWindow();
+  if (modalLoop_ != nullptr) formsState().activeForm.pause();
   hide();
   if (sub != nullptr) sub->hide();
   formsState().activeForm.leave(this);
   if (modalLoop_ != nullptr) modalLoop_->quit();
   // Not every window manager gives the focus back to where it was.
-  if (wasInFront && opener_ != nullptr && opener_->isVisible()) opener_->activateWindow();
+  if (isWindow() && wasInFront && opener_ != nullptr && opener_->isVisible()) {
+    opener_->activateWindow();
+  }
 }
 
 void Form::closeEvent(QCloseEvent* event) {

@@ -67,7 +67,7 @@ class SvgEngine : public QIconEngine {
 
 QIcon iconFor(const QString& key) {
   QFile file(u":/icons/%1.svg"_s.arg(key));
-  if (key.isEmpty() || !file.open(QIODevice::ReadOnly)) return {};
+  if (key.isEmpty() || key.contains(u'/') || !file.open(QIODevice::ReadOnly)) return {};
   const auto drawing = file.readAll();
   if (!QSvgRenderer(drawing).isValid()) return {};
   return QIcon(new SvgEngine(key, drawing));

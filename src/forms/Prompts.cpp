@@ -111,9 +111,9 @@ Answer DesktopPrompts::ask(QWidget* parent, const Message& message) {
 
 std::optional<QString> DesktopPrompts::openFile(QWidget* parent, const FileQuestion& question) {
   const Opened<QFileDialog> dialog(parent);
-  prepare(*dialog.operator->(), question, u"打开"_s);
   dialog->setAcceptMode(QFileDialog::AcceptOpen);
   dialog->setFileMode(QFileDialog::ExistingFile);
+  prepare(*dialog.operator->(), question, u"打开"_s);
   return chosenIn(dialog, dialog->exec());
 }
 

@@ -13,7 +13,7 @@ enum class Mark { None, Critical, Question };
 /// A message box; its text is plain text, always.
 struct Message {
   QString text;
-  QString title;  ///< the product's title when empty
+  QString title = {};  ///< the product's title when empty
   Buttons buttons = Buttons::Ok;
   Mark mark = Mark::None;
 };
@@ -21,9 +21,9 @@ struct Message {
 struct FileQuestion {
   QString title;
   QString directory;
-  QString fileName;  ///< preset name
-  QString filter;    ///< as Qt's dialog takes it: "Access (*.mdb)"
-  QString suffix;    ///< appended to a saved name without one
+  QString fileName;     ///< preset name
+  QString filter = {};  ///< as Qt's dialog takes it: "Access (*.mdb)"
+  QString suffix = {};  ///< appended to a saved name without one
 };
 
 /// The one seat of message boxes and file dialogs, so that tests can sit on it.
