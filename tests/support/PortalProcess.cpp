@@ -1,4 +1,4 @@
-#include "support/PortalProcess.h"
+#include "PortalProcess.h"
 
 #include <QElapsedTimer>
 #include <QFile>

@@ -1,0 +1,160 @@
+#include <gtest/gtest.h>
+
+#include <QProcess>
+#include <QStringList>
+#include <atomic>
+#include <chrono>
+#include <thread>
+#include <vector>
+
+#include "SqliteStore.h"
+#include "WireClient.h"
+#include "support/PortalProcess.h"
+
+using namespace Qt::StringLiterals;
+using namespace qinghe::portal_server;
+
+namespace {
+
+unsigned short portOf(const PortalProcess& portal) {
+  return portal.host().section(u':', 1).toUShort();
+}
+
+AnswerText login(const PortalProcess& portal) {
+  return WireClient(portOf(portal))
+      .get("/_vti_login/_vti_login2.asp?" + field("USER_NO", "1001") + "&" +
+           field("USER_PASS", "123456"))
+      .text();
+}
+
+std::string addTarget(const std::string& name) {
+  return "/_vti_product/_vti_add.asp?stable=ximu&" + field("stother", "id=0 and qiye_id=1") +
+         "&QIYE_ID=1&" + field("XIMU", name);
+}
+
+// Adds rows one after the other until the server is gone; the ids that were confirmed.
+std::vector<std::string> addUntilGone(unsigned short port, std::atomic<int>& confirmed) {
+  WireClient client(port);
+  std::vector<std::string> ids;
+  for (;;) {
+    const AnswerText answer =
+        client.get(addTarget("第" + std::to_string(ids.size()) + "种")).text();
+    if (answer.rows.empty()) return ids;
+    ids.push_back(answer.firstCell());
+    ++confirmed;
+  }
+}
+
+// Starts clients that save without a pause, ends the server in the middle of it, and tells which
+// rows they believe to be saved.
+template <typename End>
+std::vector<std::string> savedAround(const PortalProcess& portal, End end) {
+  std::atomic<int> confirmed = 0;
+  std::vector<std::vector<std::string>> saved(4);
+  std::vector<std::thread> clients;
+  for (auto& ids : saved) {
+    clients.emplace_back([&, port = portOf(portal)] { ids = addUntilGone(port, confirmed); });
+  }
+  const auto limit = std::chrono::steady_clock::now() + std::chrono::seconds(60);
+  while (confirmed < 100 && std::chrono::steady_clock::now() < limit) std::this_thread::yield();
+  end();
+  for (std::thread& client : clients) client.join();
+  std::vector<std::string> all;
+  for (const auto& ids : saved) all.insert(all.end(), ids.begin(), ids.end());
+  return all;
+}
+
+void expectAllStored(const PortalProcess& portal, const std::vector<std::string>& ids) {
+  SqliteStore store(portal.databasePath().toStdString());
+  EXPECT_GE(ids.size(), 100U);
+  for (const std::string& id : ids) {
+    const auto row = store.reader().byId(storedTable("ximu"), std::stoll(id));
+    ASSERT_TRUE(row) << id;
+    EXPECT_EQ(row->integer("qiye_id"), 1);
+    EXPECT_NE(row->text("ximu"), "");
+  }
+}
+
+int runProgram(const QStringList& arguments, QByteArray& output) {
+  QProcess program;
+  program.setProcessChannelMode(QProcess::MergedChannels);
+  program.start(QStringLiteral(QINGHE_PORTAL_PROGRAM), arguments);
+  program.waitForFinished();
+  output = program.readAll();
+  return program.exitStatus() == QProcess::NormalExit ? program.exitCode() : -1;
+}
+
+}  // namespace
+
+TEST(PortalProgram, TellsWhereItListensAndServesTheDemo) {
+  PortalProcess portal;
+  ASSERT_TRUE(portal.isRunning());
+  EXPECT_NE(portOf(portal), 0);
+  EXPECT_EQ(login(portal).rows.at(0),
+            (std::vector<std::string>{"1", "1001", "青禾书店", "1", "3", "图书", "2"}));
+}
+
+TEST(PortalProgram, StopsCleanlyOnItsSignalAndComesBackOnTheSamePlace) {
+  PortalProcess portal;
+  const QString host = portal.host();
+  login(portal);
+  WireClient open(portOf(portal));
+  open.get("/");
+  portal.stop();
+  EXPECT_TRUE(portal.stoppedCleanly());
+  EXPECT_NE(portal.log().indexOf(u"stopped"_s), -1);
+  portal.start();
+  EXPECT_EQ(portal.host(), host);
+  // Who was logged in still is: the client does not log in again by itself.
+  EXPECT_EQ(WireClient(portOf(portal)).get(addTarget("后来")).text().rows.size(), 1U);
+}
+
+TEST(PortalProgram, ASecondStartDoesNotFillTheDemoAgain) {
+  PortalProcess portal;
+  portal.stop();
+  portal.start();
+  portal.stop();
+  SqliteStore store(portal.databasePath().toStdString());
+  EXPECT_EQ(store.reader().count(storedTable("ximu"), {}), 419);
+}
+
+TEST(PortalProgram, NothingConfirmedIsLostWhenItStops) {
+  PortalProcess portal;
+  login(portal);
+  const auto ids = savedAround(portal, [&] { portal.stop(); });
+  EXPECT_TRUE(portal.stoppedCleanly());
+  expectAllStored(portal, ids);
+}
+
+TEST(PortalProgram, NothingConfirmedIsLostWhenItIsKilled) {
+  PortalProcess portal;
+  login(portal);
+  const auto ids = savedAround(portal, [&] { portal.kill(); });
+  expectAllStored(portal, ids);
+  portal.start();
+  EXPECT_EQ(login(portal).firstCell(), "1");
+}
+
+TEST(PortalProgram, ExplainsItsOptions) {
+  QByteArray output;
+  EXPECT_EQ(runProgram({u"--help"_s}, output), 0);
+  for (const char* option : {"--listen", "--db", "--log", "--demo"}) {
+    EXPECT_TRUE(output.contains(option)) << option;
+  }
+}
+
+TEST(PortalProgram, RefusesOptionsThatItDoesNotKnowOrCannotFollow) {
+  const QStringList table[] = {
+      {u"--nosuch"_s},
+      {u"--listen"_s},
+      {u"--listen"_s, u"nowhere"_s},
+      {u"--listen"_s, u"127.0.0.1:70000"_s},
+      {u"--listen"_s, u"127.0.0.1:0"_s, u"--db"_s, u"/nonexistent/x/p.db"_s},
+      {u"--listen"_s, u"127.0.0.1:0"_s, u"--db"_s, u":memory:"_s, u"--log"_s, u"/nonexistent/l"_s},
+  };
+  for (const QStringList& arguments : table) {
+    QByteArray output;
+    EXPECT_GT(runProgram(arguments, output), 0) << output.constData();
+    EXPECT_TRUE(output.contains("qinghe-portal:")) << output.constData();
+  }
+}
