@@ -12,6 +12,7 @@
 #include <functional>
 #include <memory>
 
+#include "reports/engine/PdfTextDevice.h"
 #include "reports/engine/ReportPainter.h"
 #include "reports/engine/ReportTable.h"
 #include "values/dates.h"
@@ -165,7 +166,8 @@ ExportResult exportPdf(PageLayout& pages, const QString& path, PageRange range) 
     const int count = pages.pageCount();
     const int from = std::clamp(range.from, 1, count);
     const int to = range.to <= 0 ? count : std::clamp(range.to, from, count);
-    QPdfWriter writer(&file);
+    PdfTextDevice device(file, reportFont(36, false));
+    QPdfWriter writer(&device);
     const PaperFormat& paper = pages.paper();
     writer.setPageLayout(
         QPageLayout(QPageSize(QSizeF(paper.width, paper.height), QPageSize::Millimeter),

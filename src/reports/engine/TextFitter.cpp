@@ -41,6 +41,14 @@ QString oneLine(const QString& text) {
   return line;
 }
 
+}  // namespace
+
+QStringList reportFamilies() {
+  return {u"Noto Sans CJK SC"_s,    u"Noto Sans SC"_s,      u"Source Han Sans SC"_s,
+          u"WenQuanYi Micro Hei"_s, u"WenQuanYi Zen Hei"_s, u"Droid Sans Fallback"_s,
+          u"AR PL UMing CN"_s,      u"sans-serif"_s};
+}
+
 QFont reportFont(int pixelSize, bool bold) {
   QFont font;
   font.setFamilies(reportFamilies());
@@ -50,14 +58,6 @@ QFont reportFont(int pixelSize, bool bold) {
   // The same widths on paper and at every zoom.
   font.setHintingPreference(QFont::PreferNoHinting);
   return font;
-}
-
-}  // namespace
-
-QStringList reportFamilies() {
-  return {u"Noto Sans CJK SC"_s,    u"Noto Sans SC"_s,      u"Source Han Sans SC"_s,
-          u"WenQuanYi Micro Hei"_s, u"WenQuanYi Zen Hei"_s, u"Droid Sans Fallback"_s,
-          u"AR PL UMing CN"_s,      u"sans-serif"_s};
 }
 
 TextFitter::TextFitter(int pixelSize, bool bold)

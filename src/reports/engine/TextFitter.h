@@ -49,4 +49,7 @@ class TextFitters {
 /// The families that reports are set in, best first: Latin and Chinese from one design.
 QStringList reportFamilies();
 
+/// The font of report texts; one size for the screen, the printer and a PDF, without hinting.
+QFont reportFont(int pixelSize, bool bold);
+
 }  // namespace qinghe

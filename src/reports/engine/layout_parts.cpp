@@ -6,8 +6,11 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Between a column's text and the next one.
-constexpr double kGap = 2;
+/// Room for a column's text: a gap before the next column, none behind the last.
+double textWidth(const std::vector<Column>& columns, size_t index) {
+  constexpr double kGap = 2;
+  return columns[index].width - (index + 1 < columns.size() ? kGap : 0);
+}
 
 ReportBox box(ReportBox::Kind kind, double x, double y, double width, double height) {
   ReportBox made;
@@ -73,34 +76,34 @@ ReportBox title(const QString& name, const QString& text, double width) {
 }
 
 void addTitles(ReportSection* section, const std::vector<Column>& columns, double x, double y) {
-  for (const auto& column : columns) {
+  for (size_t i = 0; i < columns.size(); ++i) {
     section->boxes.push_back(
-        bold(aligned(column.align, label(column.title, x, y, column.width - kGap))));
-    x += column.width;
+        bold(aligned(columns[i].align, label(columns[i].title, x, y, textWidth(columns, i)))));
+    x += columns[i].width;
   }
 }
 
 void addFields(ReportSection* section, const std::vector<Column>& columns, double x, double y,
                const QString& format) {
-  for (const auto& column : columns) {
-    const double width = column.width - kGap;
-    ReportBox made =
-        column.field.isEmpty() ? label(QString(), x, y, width) : field(column.field, x, y, width);
+  for (size_t i = 0; i < columns.size(); ++i) {
+    const double width = textWidth(columns, i);
+    ReportBox made = columns[i].field.isEmpty() ? label(QString(), x, y, width)
+                                                : field(columns[i].field, x, y, width);
     made.format = format;
-    section->boxes.push_back(aligned(column.align, made));
-    x += column.width;
+    section->boxes.push_back(aligned(columns[i].align, made));
+    x += columns[i].width;
   }
 }
 
 void addSums(ReportSection* section, const std::vector<Column>& columns, double x, double y,
              const QStringList& fields, const QString& format) {
-  for (const auto& column : columns) {
-    if (fields.contains(column.field, Qt::CaseInsensitive)) {
-      ReportBox made = bold(sum(column.field, x, y, column.width - kGap));
+  for (size_t i = 0; i < columns.size(); ++i) {
+    if (fields.contains(columns[i].field, Qt::CaseInsensitive)) {
+      ReportBox made = bold(sum(columns[i].field, x, y, textWidth(columns, i)));
       made.format = format;
       section->boxes.push_back(made);
     }
-    x += column.width;
+    x += columns[i].width;
   }
 }
 

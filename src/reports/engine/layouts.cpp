@@ -34,7 +34,7 @@ ReportLayout goodsList() {
   addFields(&detail, columns, 0, 1.2);
   detail.boxes.push_back(line(0, 6.8, 132, 0.06));
   detail.boxes.push_back(line(136, 6.8, 16, 0.2));
-  detail.boxes.push_back(line(156, 6.8, 22, 0.2));
+  detail.boxes.push_back(line(156, 6.8, 24, 0.2));
 
   layout.pageFooter = dateAndPageFooter(kPortraitWidth);
   return layout;

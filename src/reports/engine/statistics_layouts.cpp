@@ -97,7 +97,7 @@ ReportLayout statistics(const Difference& difference) {
   layout.pageFooter.boxes = {
       line(0, 1.5, kPortraitWidth, 0.1), named(u"Label14"_s, label(u"%d"_s, 0, 2.5, 50)),
       named(u"Label15"_s, aligned(Align::Center, label(u"第[%p]页"_s, 65, 2.5, 50))),
-      named(u"Label16"_s, aligned(Align::Right, label(u"共[%P]页"_s, 128, 2.5, 50)))};
+      named(u"Label16"_s, aligned(Align::Right, label(u"共[%P]页"_s, 130, 2.5, 50)))};
   layout.reportFooter = totalsFooter();
   return layout;
 }

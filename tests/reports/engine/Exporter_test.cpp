@@ -6,6 +6,8 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
+#include <QSet>
 #include <QTemporaryDir>
 #include <QXmlStreamReader>
 #include <csignal>
@@ -257,6 +259,32 @@ TEST_F(Exporter, PutsEachFontIntoThePdfOnceHoweverManyPages) {
             contentOf(path(u"few.pdf"_s)).count("/FontDescriptor\n"));
   EXPECT_LE(pdf.count("/Type /FontDescriptor"), 2);
   EXPECT_LT(pdf.size() / many.pageCount(), 16 * 1024);
+}
+
+/// The characters that the glyph maps of the file name.
+QSet<ushort> charactersOf(const QByteArray& pdf) {
+  QSet<ushort> characters;
+  for (qsizetype at = pdf.indexOf("begincmap"); at >= 0; at = pdf.indexOf("begincmap", at + 1)) {
+    const QString map = QString::fromLatin1(pdf.mid(at, pdf.indexOf("endcmap", at) - at));
+    const QRegularExpression arrays(u"\\[([^\\]]*)\\]"_s), code(u"<([0-9A-F]{4})>"_s);
+    for (const auto& array : arrays.globalMatch(map)) {
+      for (const auto& one : code.globalMatch(array.captured(1))) {
+        characters << one.captured(1).toUShort(nullptr, 16);
+      }
+    }
+  }
+  return characters;
+}
+
+TEST_F(Exporter, LetsAReaderOfThePdfFindTheWordsAsTheyWereWritten) {
+  const QString words = u"女子足金水火日月 商品目录"_s;
+  auto data = memorySet({}, kGoodsColumns, {{u"1"_s, words, u"2"_s, u"3"_s}});
+  PageLayout pages(rptXIMU(), data, kDay);
+  ASSERT_TRUE(exportPdf(pages, path(u"a.pdf"_s)).ok());
+  const auto characters = charactersOf(contentOf(path(u"a.pdf"_s)));
+  for (const QChar c : words)
+    EXPECT_TRUE(characters.contains(c.unicode())) << static_cast<int>(c.unicode());
+  for (const ushort code : characters) EXPECT_FALSE(code >= 0x2E80 && code < 0x2FE0) << code;
 }
 
 TEST_F(Exporter, KeepsTheOldFileAndNothingElseWhenTheDiskIsFull) {
