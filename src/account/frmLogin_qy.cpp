@@ -110,8 +110,8 @@ void frmLogin_qy::onLoad() {
 
 bool frmLogin_qy::FillUserList() {
   try {
-    GetData data(app().store);
-    const RecordsetPtr users = data.GetQYXX(u"SELECT *  FROM QYXX "_s);
+    GetData store(app().store);
+    const RecordsetPtr users = store.GetQYXX(u"SELECT *  FROM QYXX "_s);
     if (users->RecordCount() <= 0) return false;
     for (users->MoveFirst(); !users->atEnd(); users->MoveNext()) {
       const QString number = users->text(u"user_no"_s);
@@ -163,10 +163,10 @@ void frmLogin_qy::cancel() {
 
 bool frmLogin_qy::LoginLocal() {
   try {
-    GetData data(app().store);
+    GetData store(app().store);
     // The texts go in as they stand: a quote in one breaks the statement, which is a refusal.
     const RecordsetPtr user =
-        data.GetQYXX(u"SELECT *  FROM QYXX WHERE user_no='"_s + cmbUser_no->currentText() +
+        store.GetQYXX(u"SELECT *  FROM QYXX WHERE user_no='"_s + cmbUser_no->currentText() +
                      u"' and user_pass='"_s + txtPassword->text() + u"'"_s);
     if (user->RecordCount() < 1) return false;
     app().gLocalId = toInt16(user->text(u"id"_s));

@@ -52,7 +52,7 @@ void FrmXIMU::print() {
   if (mDirty) reportSave(SaveLocalRecord(), u"保存成功！！！"_s, u"保存失败！！！"_s);
   try {
     const QString command = u"select * from ximu where qiye_id=%1"_s.arg(app().gLocalId);
-    showReport(rptXIMU(), data().GetCmdXimu(command));
+    showReport(rptXIMU(), localStore().GetCmdXimu(command));
   } catch (const Failure& failure) {
     prompts().ask(this, {failure.description(), {}, Buttons::Ok, Mark::Critical});
   }

@@ -37,7 +37,7 @@ void LocalRecordEditor::FillList() {
   try {
     const QString command =
         u"SELECT * FROM %1 WHERE QIYE_ID=%2"_s.arg(kind_.localTable).arg(app().gLocalId);
-    records_ = (data().*kind_.openSet)(command);
+    records_ = (localStore().*kind_.openSet)(command);
     if (records_->RecordCount() <= 0) return;
     const QString nameColumn = u"XIMU"_s;
     for (records_->MoveFirst(); !records_->atEnd(); records_->MoveNext()) {
@@ -50,9 +50,9 @@ void LocalRecordEditor::FillList() {
   }
 }
 
-GetData& LocalRecordEditor::data() {
-  if (data_ == nullptr) data_ = std::make_unique<GetData>(app().store);
-  return *data_;
+GetData& LocalRecordEditor::localStore() {
+  if (localStore_ == nullptr) localStore_ = std::make_unique<GetData>(app().store);
+  return *localStore_;
 }
 
 void LocalRecordEditor::loadRowOf(const ListItem& item) {

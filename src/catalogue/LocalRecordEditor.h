@@ -34,7 +34,7 @@ class LocalRecordEditor : public RecordEditor {
   void save();
 
   /// The screen's own data access, made on first use.
-  GetData& data();
+  GetData& localStore();
 
  private:
   void loadRowOf(const ListItem& item);
@@ -48,7 +48,7 @@ class LocalRecordEditor : public RecordEditor {
   bool keepPortalId(const QString& cell);
 
   const LocalRecordKind& kind_;
-  std::unique_ptr<GetData> data_;
+  std::unique_ptr<GetData> localStore_;
   RecordsetPtr records_;  ///< every record of the company, for the screen's lifetime
 };
 

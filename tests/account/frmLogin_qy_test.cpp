@@ -298,8 +298,8 @@ INSTANTIATE_TEST_SUITE_P(
         FaultRow{"endless",
                  {.bytes = QByteArray("HTTP/1.1 200 OK\r\n\r\n").append(QByteArray(65536, 'x')),
                   .endlessChunk = 100000}}),
-    [](const auto& info) {
-      QString name = QString::fromStdString(info.param.name);
+    [](const auto& row) {
+      QString name = QString::fromStdString(row.param.name);
       return name.replace(u' ', u'_').toStdString();
     });
 

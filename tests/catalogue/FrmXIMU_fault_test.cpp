@@ -57,7 +57,7 @@ INSTANTIATE_TEST_SUITE_P(
                     {.bytes = ScriptedServer::ok("START_POS<tr><td>71</td></table>")}},
         PortalFault{"word_for_an_id",
                     {.bytes = ScriptedServer::ok("start_pos<tr><td>x</td></table>")}}),
-    [](const auto& info) { return info.param.name; });
+    [](const auto& row) { return row.param.name; });
 
 TEST_F(FrmXIMUFault, ALocalFailureIsToldKeepsTheTextAndThePortalStepStillRuns) {
   type(2, u"改"_s);

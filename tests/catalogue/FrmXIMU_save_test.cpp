@@ -194,7 +194,7 @@ INSTANTIATE_TEST_SUITE_P(Rules, FrmXIMUPermission,
                                          PermissionRow{"vip_user_with_51_rows", 1, 2, 51, true},
                                          PermissionRow{"local_login", 2, 0, 2, false},
                                          PermissionRow{"nobody", 0, 2, 2, false}),
-                         [](const auto& info) { return info.param.name; });
+                         [](const auto& row) { return row.param.name; });
 
 TEST_F(FrmXIMUSave, TheFiftiethRowCountsBeforeItIsSaved) {
   fillUpTo(49);
@@ -251,14 +251,16 @@ TEST_P(FrmXIMUClosing, AsksAboutUnsavedEditsAndNeverAsksThePortal) {
   EXPECT_EQ(store.value(u"SELECT XIMU FROM XIMU WHERE id=1"_s).toString(),
             GetParam().saves ? u"改"_s : u"大学语文"_s);
   EXPECT_TRUE(portal.requests().isEmpty());
-  if (!GetParam().closes) EXPECT_EQ(field(2), u"改"_s);
+  if (!GetParam().closes) {
+    EXPECT_EQ(field(2), u"改"_s);
+  }
 }
 
 INSTANTIATE_TEST_SUITE_P(Answers, FrmXIMUClosing,
                          testing::Values(ClosingRow{"yes", Answer::Yes, true, true},
                                          ClosingRow{"no", Answer::No, true, false},
                                          ClosingRow{"cancel", Answer::Cancel, false, false}),
-                         [](const auto& info) { return info.param.name; });
+                         [](const auto& row) { return row.param.name; });
 
 TEST_F(FrmXIMUSave, WithExactlyOneRecordItIsFoundAndUpdatedNotDoubled) {
   store.exec(u"DELETE FROM XIMU WHERE id=2"_s);

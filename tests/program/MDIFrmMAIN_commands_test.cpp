@@ -97,8 +97,9 @@ TEST_F(Commands, StandInMenuOrderWithTheirCaptionsAndIcons) {
   for (const EntryRow& row : entries) {
     wanted.append(row.name);
     EXPECT_EQ(entry(row.name)->text(), row.caption);
-    if (row.modes != "never")
+    if (row.modes != "never") {
       EXPECT_FALSE(entry(row.name)->icon().isNull()) << row.name.toStdString();
+    }
   }
   EXPECT_EQ(names, wanted);
   ASSERT_EQ(frame->menuBar()->actions().size(), 1) << "there is one menu";

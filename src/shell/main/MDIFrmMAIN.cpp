@@ -70,7 +70,7 @@ void MDIFrmMAIN::buildCommands() {
   bar->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
   bar->setMovable(false);
   for (const Command& entry : table_) {
-    QAction* action = isSeparator(entry) ? mnuSystem->addSeparator()
+    QAction* action = qinghe::isSeparator(entry) ? mnuSystem->addSeparator()
                                          : mnuSystem->addAction(iconFor(entry.name), entry.caption);
     action->setObjectName(entry.name);
     actions_[entry.name] = action;

@@ -23,7 +23,7 @@ void prepareApplication() {
   QGuiApplication::setDesktopFileName(u"qinghe"_s);
 }
 
-int runClient(QApplication& application, const char* startedBy,
+int runClient(QApplication& /*application*/, const char* startedBy,
               const std::function<void(MDIFrmMAIN&)>& onStarted) {
   initResources();
   QApplication::setQuitOnLastWindowClosed(false);
