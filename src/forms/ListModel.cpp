@@ -7,7 +7,13 @@ namespace qinghe {
 namespace {
 
 /// Up to here each row is announced at once.
-constexpr int shortList = 256;
+constexpr int shortList = 64;
+
+constexpr int mostColumns = 256;
+
+/// Items stand in blocks, the first of which is small.
+constexpr int firstBlock = 32;
+constexpr int largestBlock = 1024;
 
 /// A row is one line high; line breaks and the like would spoil it.
 QString inOneLine(const QString& text) {
@@ -32,15 +38,24 @@ void ListItem::setText(const QString& text) {
 }
 
 QString ListItem::subItem(int column) const {
-  return subItems_.value(column - 1);
+  const auto place = static_cast<size_t>(column - 1);
+  return place < cells_.size() ? cells_[place]
+                               : moreCells_.value(column - 1 - static_cast<int>(cells_.size()));
+}
+
+QString& ListItem::cell(int column) {
+  const auto place = static_cast<size_t>(column - 1);
+  if (place < cells_.size()) return cells_[place];
+  const auto more = column - 1 - static_cast<int>(cells_.size());
+  if (moreCells_.size() <= more) moreCells_.resize(more + 1);
+  return moreCells_[more];
 }
 
 void ListItem::setSubItem(int column, const QString& text) {
-  if (column < 1 || column > 255) return;
-  if (subItems_.size() < column) subItems_.resize(column);
-  auto& cell = subItems_[column - 1];
-  if (cell == text) return;
-  cell = text;
+  if (column < 1 || column > mostColumns) return;
+  auto& here = cell(column);
+  if (here == text) return;
+  here = text;
   model_->noteChange(this, column);
 }
 
@@ -126,13 +141,7 @@ void ListModel::setCheckBoxes(bool on) {
 }
 
 ListItem* ListModel::add(const QString& key, const QString& text, const QString& icon) {
-  ListItem* item = nullptr;
-  if (free_.empty()) {
-    item = &items_.emplace_back();
-  } else {
-    item = free_.back();
-    free_.pop_back();
-  }
+  auto* item = freeItem();
   item->model_ = this;
   item->row_ = count();
   item->key_ = key;
@@ -146,6 +155,20 @@ ListItem* ListModel::add(const QString& key, const QString& text, const QString&
     QMetaObject::invokeMethod(this, &ListModel::announce, Qt::QueuedConnection);
   }
   return item;
+}
+
+ListItem* ListModel::freeItem() {
+  if (!free_.empty()) {
+    auto* item = free_.back();
+    free_.pop_back();
+    return item;
+  }
+  if (unused_ == 0) {
+    lastBlock_ = blocks_.empty() ? firstBlock : qMin(2 * lastBlock_, largestBlock);
+    blocks_.push_back(std::make_unique<ListItem[]>(static_cast<size_t>(lastBlock_)));
+    unused_ = lastBlock_;
+  }
+  return &blocks_.back()[static_cast<size_t>(lastBlock_ - unused_--)];
 }
 
 void ListModel::announce() {
@@ -174,7 +197,8 @@ void ListModel::clear() {
   beginResetModel();
   rows_.clear();
   free_.clear();
-  items_.clear();
+  blocks_.clear();
+  unused_ = 0;
   announced_ = 0;
   endResetModel();
 }

@@ -3,7 +3,7 @@
 #include <QAbstractItemModel>
 #include <QHash>
 #include <QIcon>
-#include <deque>
+#include <memory>
 #include <vector>
 
 #include "forms/ListView.h"
@@ -45,10 +45,13 @@ class ListModel : public QAbstractItemModel {
 
  private:
   QVariant icon(const QString& key) const;
+  ListItem* freeItem();
 
   QStringList titles_;
-  std::deque<ListItem> items_;  ///< where they live; a row that was removed leaves its place free
-  std::vector<ListItem*> free_;
+  std::vector<std::unique_ptr<ListItem[]>> blocks_;  ///< where the items live
+  int unused_ = 0;                                   ///< items of the last block never taken yet
+  int lastBlock_ = 0;                                ///< items in the last block
+  std::vector<ListItem*> free_;                      ///< taken once and given back
   std::vector<ListItem*> rows_;
   int announced_ = 0;
   bool announcing_ = false;  ///< on its way through the event loop

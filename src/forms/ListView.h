@@ -3,7 +3,7 @@
 #include <QString>
 #include <QStringList>
 #include <QTreeView>
-#include <memory>
+#include <array>
 
 namespace qinghe {
 
@@ -29,11 +29,14 @@ class ListItem {
 
  private:
   friend class ListModel;
+  QString& cell(int column);
+
   ListModel* model_ = nullptr;
   int row_ = 0;
   bool checked_ = false;
   QString key_, text_, tag_, icon_;
-  QStringList subItems_;
+  std::array<QString, 3> cells_;  ///< of the first columns, which most lists have no more of
+  QStringList moreCells_;
 };
 
 /// A list of rows with columns, check boxes and icons, quick with 100,000 rows. One row is selected
