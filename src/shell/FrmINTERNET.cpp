@@ -1,6 +1,7 @@
 #include "shell/FrmINTERNET.h"
 
 #include <QApplication>
+#include <QButtonGroup>
 #include <QCheckBox>
 #include <QGridLayout>
 #include <QGroupBox>
@@ -39,6 +40,12 @@ void takeNumber(QCheckBox* box, const QString& text) {
 
 using Options = std::array<QRadioButton*, 3>;
 
+// Without groups of their own the six would put out each other.
+void group(const Options& options, QObject* owner) {
+  auto* buttons = new QButtonGroup(owner);
+  for (auto* option : options) buttons->addButton(option);
+}
+
 QString chosen(const Options& options) {
   for (int i = 0; i < 3; ++i)
     if (options.at(static_cast<size_t>(i))->isChecked()) return textOf(i);
@@ -68,6 +75,7 @@ void FrmINTERNET::makeControls() {
   Option1 = named(new QRadioButton(u"默认"_s, this), u"Option1"_s);
   Option2 = named(new QRadioButton(u"拨号上网"_s, this), u"Option2"_s);
   Option3 = named(new QRadioButton(u"局域网代理(X.X.X.X:PORT)"_s, this), u"Option3"_s);
+  group({Option1, Option2, Option3}, this);
   Option1->setChecked(true);
   TextProxy = new TextBox(u"TextProxy"_s, TextBox::Lines::One, this);
   Command1 = named(new QPushButton(u"添加"_s, this), u"Command1"_s);
@@ -77,6 +85,7 @@ void FrmINTERNET::makeControls() {
   Option4 = named(new QRadioButton(u"POST方式(慢)"_s, this), u"Option4"_s);
   Option5 = named(new QRadioButton(u"混合方式(较快)"_s, this), u"Option5"_s);
   Option6 = named(new QRadioButton(u"GET方式(快)"_s, this), u"Option6"_s);
+  group({Option4, Option5, Option6}, this);
   Option5->setChecked(true);
   CheckAutoDial = named(new QCheckBox(u"自动调用拨号网络"_s, this), u"CheckAutoDial"_s);
   CheckAutoPeer = named(new QCheckBox(u"启动时启动消息窗口"_s, this), u"CheckAutoPeer"_s);
@@ -103,7 +112,8 @@ QWidget* FrmINTERNET::proxyFrame() {
   options->setSpacing(18);
   for (auto* option : {Option1, Option2, Option3}) options->addWidget(option);
   options->addStretch(1);
-  List1->setMinimumHeight(4 * List1->fontMetrics().lineSpacing());
+  List1->setFixedHeight(6 * List1->fontMetrics().lineSpacing());
+  List1->setMinimumWidth(360);
   auto* grid = new QGridLayout(box);
   grid->setColumnStretch(0, 1);
   grid->addLayout(options, 0, 0, 1, 2);
@@ -178,7 +188,6 @@ void FrmINTERNET::layOut() {
                                        Command3,
                                        Command4};
   for (size_t i = 1; i < order.size(); ++i) setTabOrder(order.at(i - 1), order.at(i));
-  setMinimumWidth(480);
 }
 
 void FrmINTERNET::connectKeys() {

@@ -1,5 +1,6 @@
 #include "shell/Tray.h"
 
+#include <QGuiApplication>
 #include <utility>
 
 #include "forms/Icons.h"
@@ -24,6 +25,11 @@ QString asPlainTip(QString tip) {
   return tip.replace(u'<', u"<\u200B"_s).replace(u'&', u"&\u200B"_s);
 }
 
+// Under X11 a tray that starts later than the program still gets the icon.
+bool hasTray() {
+  return QSystemTrayIcon::isSystemTrayAvailable() || QGuiApplication::platformName() == u"xcb";
+}
+
 QString iconKeyOf(Tray::State state) {
   switch (state) {
     case Tray::State::Offline:
@@ -46,7 +52,6 @@ Tray::~Tray() = default;
 void Tray::add() {
   added_ = true;
   if (icon_ == nullptr) {
-    // Made even where there is no tray yet: it appears as soon as the desktop has one.
     icon_ = new QSystemTrayIcon(this);
     connect(icon_, &QSystemTrayIcon::activated, this,
             [this](QSystemTrayIcon::ActivationReason reason) {
@@ -54,7 +59,7 @@ void Tray::add() {
             });
   }
   show(State::Connected, u"青禾云集电子商务系统初始化"_s);
-  icon_->show();
+  if (hasTray()) icon_->show();
 }
 
 void Tray::showConnected() {

@@ -28,7 +28,7 @@ QPainterPath cloud(QPointF leftFoot, qreal width) {
   path.addRoundedRect(QRectF(x, y - 0.2 * w, w, 0.2 * w), 0.1 * w, 0.1 * w);
   path.addEllipse(QPointF(x + 0.3 * w, y - 0.2 * w), 0.17 * w, 0.17 * w);
   path.addEllipse(QPointF(x + 0.58 * w, y - 0.24 * w), 0.22 * w, 0.22 * w);
-  return path.simplified();
+  return path;
 }
 
 // A hill that runs over the whole width; `low` and `high` are its heights at the edges.
@@ -85,7 +85,7 @@ void paintSplashPicture(QPainter& painter, const QRectF& box) {
   const qreal h = box.height();
   painter.setBrush(QColor(255, 255, 255, 210));
   painter.drawPath(cloud(box.topLeft() + QPointF(0.46 * w, 0.20 * h), 0.17 * w));
-  painter.drawPath(cloud(box.topLeft() + QPointF(0.60 * w, 0.58 * h), 0.26 * w));
+  painter.drawPath(cloud(box.topLeft() + QPointF(0.56 * w, 0.64 * h), 0.24 * w));
 
   painter.setBrush(QColor(0xBF, 0xE3, 0xB4));
   painter.drawPath(hill(box, 0.80, 0.70, 0.62));

@@ -48,7 +48,9 @@ frmMsgBox::frmMsgBox() : Form(Kind::Dialog, u"frmMsgBox"_s, productTitle() + ver
   Label3 = textLine(u"Label3"_s, 1.0, false, this);
   lblDisclaimer = textLine(u"lblDisclaimer"_s, 0.85, false, this);
   lblDisclaimer->setText(frmSplash::warningLine());
-  lblDisclaimer->setEnabled(false);
+  QPalette pale = lblDisclaimer->palette();
+  pale.setColor(QPalette::WindowText, pale.color(QPalette::PlaceholderText));
+  lblDisclaimer->setPalette(pale);
   cmdOK = new QPushButton(u"确定"_s, this);
   cmdOK->setObjectName(u"cmdOK"_s);
   cmdOK->setDefault(true);

@@ -15,7 +15,7 @@ namespace qinghe {
 using namespace Qt::StringLiterals;
 
 /// Links that a test says, and a count of how often they were asked.
-class FakeLinks : public LinkMonitor {
+class ScriptedLinks : public LinkMonitor {
  public:
   std::optional<QStringList> entries = QStringList{u"eth0"_s};
   QStringList connected;
@@ -33,7 +33,7 @@ class FakeLinks : public LinkMonitor {
 };
 
 /// Records what is dialled and how the tray stood then.
-class FakeDialer : public Dialer {
+class ScriptedDialer : public Dialer {
  public:
   QStringList dialled;
   QList<Tray::State> trayStates;
@@ -75,12 +75,12 @@ class ShellTest : public testing::Test {
     auto seat = std::make_unique<ScriptedPrompts>();
     prompts = seat.get();
     state.forms.prompts = std::move(seat);
-    auto fakeLinks = std::make_unique<FakeLinks>();
-    links = fakeLinks.get();
-    state.links = std::move(fakeLinks);
-    auto fakeDialer = std::make_unique<FakeDialer>();
-    dialer = fakeDialer.get();
-    state.dialer = std::move(fakeDialer);
+    auto scriptedLinks = std::make_unique<ScriptedLinks>();
+    links = scriptedLinks.get();
+    state.links = std::move(scriptedLinks);
+    auto scriptedDialer = std::make_unique<ScriptedDialer>();
+    dialer = scriptedDialer.get();
+    state.dialer = std::move(scriptedDialer);
   }
 
   QString settingsPath() const { return folder.filePath(u"settings/qinghe.ini"_s); }
@@ -88,8 +88,8 @@ class ShellTest : public testing::Test {
   QTemporaryDir folder;
   AppState state;
   ScriptedPrompts* prompts = nullptr;
-  FakeLinks* links = nullptr;
-  FakeDialer* dialer = nullptr;
+  ScriptedLinks* links = nullptr;
+  ScriptedDialer* dialer = nullptr;
 };
 
 inline std::string utf8(const QString& text) {
@@ -97,8 +97,3 @@ inline std::string utf8(const QString& text) {
 }
 
 }  // namespace qinghe
-
-/// Qt texts in failure messages as texts.
-inline void PrintTo(const QString& text, std::ostream* out) {
-  *out << '"' << text.toStdString() << '"';
-}
