@@ -21,9 +21,9 @@
 #include <thread>
 #include <vector>
 
-#include "portal-server/DemoData.h"
-#include "portal-server/HttpServer.h"
-#include "portal-server/SqliteStore.h"
+#include "DemoData.h"
+#include "HttpServer.h"
+#include "SqliteStore.h"
 
 namespace {
 

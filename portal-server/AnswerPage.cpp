@@ -26,7 +26,10 @@ void appendNumber(std::string& out, std::int64_t number) {
 
 // The store may hold what did not come through a request, so brackets are looked at once more.
 void appendText(std::string& out, std::string_view text) {
-  if (text.find_first_of("<>\r") == std::string_view::npos) {
+  const bool plain = text.find('<') == std::string_view::npos &&
+                     text.find('>') == std::string_view::npos &&
+                     text.find('\r') == std::string_view::npos;
+  if (plain) {
     out += text;
   } else {
     out += storedText(text);

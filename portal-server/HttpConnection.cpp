@@ -4,8 +4,9 @@
 #include <boost/asio/use_awaitable.hpp>
 #include <boost/asio/write.hpp>
 #include <boost/beast/http/read.hpp>
-#include <boost/beast/http/write.hpp>
+#include <boost/beast/http/status.hpp>
 #include <string_view>
+#include <tuple>
 
 #include "AnswerPage.h"
 #include "RequestLine.h"
@@ -52,12 +53,27 @@ std::string_view viewOf(beast::string_view text) {
   return {text.data(), text.size()};
 }
 
+std::string answerHead(const PortalAnswer& page, bool http11, bool keep) {
+  std::string head(http11 ? "HTTP/1.1 " : "HTTP/1.0 ");
+  head.append(std::to_string(page.status)).append(" ");
+  head.append(viewOf(http::obsolete_reason(static_cast<http::status>(page.status))));
+  head.append("\r\nServer: qinghe-portal\r\nContent-Type: text/html; charset=GBK\r\n");
+  head.append("Cache-Control: no-store\r\nX-Content-Type-Options: nosniff\r\n");
+  if (page.forBrowser) {
+    head.append("Content-Security-Policy: ").append(browserPolicy).append("\r\n");
+  }
+  head.append(keep ? "Connection: keep-alive" : "Connection: close");
+  head.append("\r\nContent-Length: ").append(std::to_string(page.body.size()));
+  return head.append("\r\n\r\n");
+}
+
 }  // namespace
 
 HttpConnection::HttpConnection(HttpServer& server, net::ip::tcp::socket socket)
     : server_(server), stream_(std::move(socket)), address_(addressOf(stream_.socket())) {
   boost::system::error_code ignored;
   stream_.socket().set_option(net::ip::tcp::no_delay(true), ignored);
+  stream_.socket().non_blocking(true, ignored);
   server_.connections_.insert(this);
 }
 
@@ -144,6 +160,7 @@ net::awaitable<HttpConnection::Incoming> HttpConnection::receive() {
 
 net::awaitable<std::size_t> HttpConnection::receiveHead(Incoming& incoming) {
   idle_ = buffer_.size() == 0;
+  bool bounded = !idle_;
   stream_.expires_after(idle_ ? server_.limits_.idle : server_.limits_.transfer);
   std::size_t searched = 0;
   for (;;) {
@@ -163,6 +180,11 @@ net::awaitable<std::size_t> HttpConnection::receiveHead(Incoming& incoming) {
     }
     if (end != std::string_view::npos) co_return end + headEnd.size();
     searched = got.size() < headEnd.size() ? 0 : got.size() - headEnd.size() + 1;
+    if (!bounded && !got.empty()) {
+      // From its first byte on, a request has to come within one bound, however it dribbles.
+      bounded = true;
+      stream_.expires_after(server_.limits_.transfer);
+    }
     const auto [error, size] = co_await stream_.async_read_some(buffer_.prepare(readAtOnce), plain);
     if (error == beast::error::timeout && buffer_.size() > 0) {
       incoming.note = "too slow";
@@ -170,11 +192,7 @@ net::awaitable<std::size_t> HttpConnection::receiveHead(Incoming& incoming) {
       server_.scheduleFlush();
     }
     if (error) co_return 0;
-    if (idle_) {
-      // From its first byte on, a request has to come within one bound, however it dribbles.
-      idle_ = false;
-      stream_.expires_after(server_.limits_.transfer);
-    }
+    idle_ = false;
     buffer_.commit(size);
   }
 }
@@ -213,22 +231,17 @@ net::awaitable<PortalAnswer> HttpConnection::answer(const Incoming& incoming,
 }
 
 net::awaitable<bool> HttpConnection::send(const Incoming& incoming, PortalAnswer page) {
-  http::response<http::string_body> response{static_cast<http::status>(page.status),
-                                             incoming.http11 ? 11U : 10U};
-  response.set(http::field::server, "qinghe-portal");
-  response.set(http::field::content_type, "text/html; charset=GBK");
-  response.set(http::field::cache_control, "no-store");
-  response.set("X-Content-Type-Options", "nosniff");
-  if (page.forBrowser) {
-    response.set("Content-Security-Policy",
-                 beast::string_view(browserPolicy.data(), browserPolicy.size()));
-  }
   const bool keep = incoming.refused == 0 && incoming.keepAlive && !server_.stopping_;
-  response.keep_alive(keep);
-  response.content_length(page.body.size());
-  if (incoming.method != "HEAD") response.body() = std::move(page.body);
-  stream_.expires_after(server_.limits_.transfer);
-  const auto [error, size] = co_await http::async_write(stream_, response, plain);
+  std::string wire = answerHead(page, incoming.http11, keep);
+  if (incoming.method != "HEAD") wire += page.body;
+  // Nearly every answer fits the socket's buffer at once; only the rest of one is waited for.
+  boost::system::error_code error;
+  std::size_t sent = stream_.socket().write_some(net::buffer(wire), error);
+  if (error == net::error::would_block) error.clear();
+  if (!error && sent < wire.size()) {
+    stream_.expires_after(server_.limits_.transfer);
+    std::tie(error, sent) = co_await net::async_write(stream_, net::buffer(wire) + sent, plain);
+  }
   co_return !error && keep;
 }
 

@@ -39,18 +39,23 @@ int bindValue(sqlite3_stmt* statement, int at, const Value& value) {
                              SQLITE_UTF8);
 }
 
-Cell cellAt(sqlite3_stmt* statement, int at) {
-  switch (sqlite3_column_type(statement, at)) {
-    case SQLITE_INTEGER:
-      return std::int64_t{sqlite3_column_int64(statement, at)};
-    case SQLITE_FLOAT:
-      return sqlite3_column_double(statement, at);
-    default:
-      break;
-  }
-  const auto* text = static_cast<const char*>(sqlite3_column_blob(statement, at));
-  const auto size = static_cast<std::size_t>(sqlite3_column_bytes(statement, at));
+std::string_view textOf(sqlite3_value* value) {
+  const auto* text = static_cast<const char*>(sqlite3_value_blob(value));
+  const auto size = static_cast<std::size_t>(sqlite3_value_bytes(value));
   return text ? std::string_view(text, size) : std::string_view();
+}
+
+// Columns hold what their type says and are never null, so only numbers as typed need a look.
+// The value is read in place: the connection belongs to one thread.
+Cell cellAt(sqlite3_stmt* statement, int at, Type type) {
+  sqlite3_value* value = sqlite3_column_value(statement, at);
+  if (type == Type::Integer || type == Type::Flag) return std::int64_t{sqlite3_value_int64(value)};
+  if (type == Type::Numeric) {
+    const int kept = sqlite3_value_type(value);
+    if (kept == SQLITE_INTEGER) return std::int64_t{sqlite3_value_int64(value)};
+    if (kept == SQLITE_FLOAT) return sqlite3_value_double(value);
+  }
+  return textOf(value);
 }
 
 }  // namespace
@@ -81,7 +86,9 @@ void SqliteConnection::read(const Query& query, RowSink& sink) {
   while (step(statement)) {
     sink.beginRow();
     int at = 0;
-    for (const Column* column : query.fields) sink.cell(*column, cellAt(statement, at++));
+    for (const Column* column : query.fields) {
+      sink.cell(*column, cellAt(statement, at++, column->type));
+    }
     sink.endRow();
   }
 }
@@ -115,10 +122,7 @@ std::vector<std::string> SqliteConnection::columnNames(std::string_view storage)
       bound({.text = "SELECT name FROM pragma_table_info(?)", .values = {std::string(storage)}});
   const ResetOnExit reset(statement);
   std::vector<std::string> names;
-  while (step(statement)) {
-    const Cell cell = cellAt(statement, 0);
-    names.emplace_back(std::get<std::string_view>(cell));
-  }
+  while (step(statement)) names.emplace_back(textOf(sqlite3_column_value(statement, 0)));
   return names;
 }
 

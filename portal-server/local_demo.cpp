@@ -52,10 +52,11 @@ void appendInsert(std::string& sql, std::string_view table,
   std::string names;
   std::string values;
   for (const auto& [name, value] : cells) {
-    names += (names.empty() ? "" : ",") + std::string(name);
-    values += (values.empty() ? "" : ",") + value;
+    names.append(names.empty() ? "" : ",").append(name);
+    values.append(values.empty() ? "" : ",").append(value);
   }
-  sql += "INSERT INTO " + std::string(table) + "(" + names + ") VALUES (" + values + ");\n";
+  sql.append("INSERT INTO ").append(table).append("(").append(names);
+  sql.append(") VALUES (").append(values).append(");\n");
 }
 
 void appendMirror(std::string& sql, std::string_view table, const Sheet& sheet,

@@ -58,7 +58,8 @@ void appendWhere(Sql& sql, const Expression& condition) {
 void appendOrder(Sql& sql, const Query& query) {
   std::string terms;
   for (const OrderTerm& term : query.order) {
-    terms += (terms.empty() ? "" : ",") + quoted(term.column->name);
+    if (!terms.empty()) terms += ",";
+    terms += quoted(term.column->name);
     if (term.descending) terms += " DESC";
   }
   // Pages of one list must not overlap, so equal rows need an order too.
@@ -67,7 +68,7 @@ void appendOrder(Sql& sql, const Query& query) {
   } else if (terms.empty()) {
     terms = quoted(query.fields.front()->name);
   }
-  sql.text += " ORDER BY " + terms;
+  sql.text.append(" ORDER BY ").append(terms);
 }
 
 std::string columnSql(const Column& column) {
@@ -96,7 +97,7 @@ Sql selectSql(const Query& query) {
     if (i > 0) sql.text += ",";
     sql.text += quoted(query.fields[i]->name);
   }
-  sql.text += " FROM " + quoted(query.table->storage);
+  sql.text.append(" FROM ").append(quoted(query.table->storage));
   appendWhere(sql, query.condition);
   appendOrder(sql, query);
   sql.text += " LIMIT ? OFFSET ?";
@@ -106,14 +107,14 @@ Sql selectSql(const Query& query) {
 }
 
 Sql countSql(const Table& table, const Expression& condition) {
-  Sql sql{.text = "SELECT COUNT(*) FROM " + quoted(table.storage)};
+  Sql sql{.text = std::string("SELECT COUNT(*) FROM ").append(quoted(table.storage))};
   if (table.distinct) {
     sql.text = "SELECT COUNT(*) FROM (SELECT DISTINCT ";
     for (std::size_t i = 0; i < table.columns.size(); ++i) {
       if (i > 0) sql.text += ",";
       sql.text += quoted(table.columns[i].name);
     }
-    sql.text += " FROM " + quoted(table.storage);
+    sql.text.append(" FROM ").append(quoted(table.storage));
   }
   appendWhere(sql, condition);
   if (table.distinct) sql.text += ")";
@@ -121,13 +122,13 @@ Sql countSql(const Table& table, const Expression& condition) {
 }
 
 Sql insertSql(const Table& table, const std::vector<Assignment>& row) {
-  Sql sql{.text = "INSERT INTO " + quoted(table.storage)};
+  Sql sql{.text = std::string("INSERT INTO ").append(quoted(table.storage))};
   if (row.empty()) {
     sql.text += " DEFAULT VALUES";
     return sql;
   }
   for (std::size_t i = 0; i < row.size(); ++i) {
-    sql.text += (i == 0 ? "(" : ",") + quoted(row[i].column->name);
+    sql.text.append(i == 0 ? "(" : ",").append(quoted(row[i].column->name));
     sql.values.push_back(row[i].value);
   }
   sql.text += ") VALUES (";
@@ -137,7 +138,7 @@ Sql insertSql(const Table& table, const std::vector<Assignment>& row) {
 }
 
 Sql updateSql(const Table& table, std::int64_t id, const std::vector<Assignment>& row) {
-  Sql sql{.text = "UPDATE " + quoted(table.storage) + " SET "};
+  Sql sql{.text = std::string("UPDATE ").append(quoted(table.storage)).append(" SET ")};
   for (std::size_t i = 0; i < row.size(); ++i) {
     if (i > 0) sql.text += ",";
     sql.text += quoted(row[i].column->name) + "=?";
@@ -149,35 +150,38 @@ Sql updateSql(const Table& table, std::int64_t id, const std::vector<Assignment>
 }
 
 Sql removeSql(const Table& table, const Expression& condition) {
-  Sql sql{.text = "DELETE FROM " + quoted(table.storage)};
+  Sql sql{.text = std::string("DELETE FROM ").append(quoted(table.storage))};
   appendWhere(sql, condition);
   return sql;
 }
 
 std::string createTableSql(const Table& table) {
-  std::string sql = "CREATE TABLE IF NOT EXISTS " + quoted(table.storage) + " (";
+  std::string sql("CREATE TABLE IF NOT EXISTS ");
+  sql.append(quoted(table.storage)).append(" (");
   for (const Column& column : table.columns) {
     if (column.name == "id") {
-      sql += "\"id\" INTEGER PRIMARY KEY";
+      sql.append("\"id\" INTEGER PRIMARY KEY");
     } else {
-      sql += "," + columnSql(column);
+      sql.append(",").append(columnSql(column));
     }
   }
-  return sql + ")";
+  return sql.append(")");
 }
 
 std::string addColumnSql(const Table& table, const Column& column) {
-  return "ALTER TABLE " + quoted(table.storage) + " ADD COLUMN " + columnSql(column);
+  std::string sql("ALTER TABLE ");
+  return sql.append(quoted(table.storage)).append(" ADD COLUMN ").append(columnSql(column));
 }
 
 std::vector<std::string> createIndexSql(const Table& table) {
   std::vector<std::string> statements;
-  int number = 0;
   for (const std::string_view index : table.indexes) {
     std::string name(table.storage);
-    name += "_" + std::to_string(++number);
-    statements.push_back("CREATE INDEX IF NOT EXISTS " + quoted(name) + " ON " +
-                         quoted(table.storage) + " (" + std::string(index) + ")");
+    name.append("_").append(std::to_string(statements.size() + 1));
+    std::string sql("CREATE INDEX IF NOT EXISTS ");
+    sql.append(quoted(name)).append(" ON ").append(quoted(table.storage));
+    sql.append(" (").append(index).append(")");
+    statements.push_back(std::move(sql));
   }
   return statements;
 }

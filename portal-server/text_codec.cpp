@@ -2,6 +2,8 @@
 
 #include <QString>
 #include <algorithm>
+#include <array>
+#include <cstdint>
 
 #include "values/code_page.h"
 
@@ -23,6 +25,53 @@ char lower(char c) {
 bool isPlainAscii(std::string_view text) {
   return std::none_of(text.begin(), text.end(),
                       [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
+}
+
+// The code page of every character, taken once from the converter: pages are turned into bytes
+// with each answer, and going through two more encodings would cost as much as reading the rows.
+class CodePageBytes {
+ public:
+  CodePageBytes() {
+    QString all;
+    for (char16_t unit = firstBeyondAscii; unit != 0; ++unit) {
+      all.append(QChar::isSurrogate(unit) ? QChar(u'?') : QChar(unit)).append(QChar(u'\n'));
+    }
+    const QByteArray bytes = toCodePage(all);
+    std::size_t entry = firstBeyondAscii;
+    for (const char* at = bytes.cbegin(); at != bytes.cend(); ++at) {
+      if (*at == '\n') {
+        ++entry;
+      } else {
+        bytes_[entry] =
+            static_cast<std::uint16_t>(bytes_[entry] << 8U | static_cast<unsigned char>(*at));
+      }
+    }
+  }
+
+  void append(std::string& out, char32_t character) const {
+    const std::uint16_t both = character < bytes_.size() ? bytes_[character] : '?';
+    if (both > 0xFF) out.push_back(static_cast<char>(both >> 8U));
+    out.push_back(static_cast<char>(both & 0xFFU));
+  }
+
+ private:
+  static constexpr char16_t firstBeyondAscii = 0x80;
+  std::array<std::uint16_t, 0x10000> bytes_{};
+};
+
+// The character beyond ASCII that begins at `at`, which moves behind it. Broken bytes give one
+// replacement each.
+char32_t nextCharacter(std::string_view text, std::size_t& at) {
+  const auto lead = static_cast<unsigned char>(text[at++]);
+  const int more = lead >= 0xF0 ? 3 : lead >= 0xE0 ? 2 : lead >= 0xC0 ? 1 : -1;
+  if (more < 0) return QChar::ReplacementCharacter;
+  char32_t character = lead & (0x3FU >> static_cast<unsigned>(more));
+  for (int i = 0; i < more; ++i, ++at) {
+    const auto next = static_cast<unsigned char>(at < text.size() ? text[at] : 0);
+    if ((next & 0xC0U) != 0x80U) return QChar::ReplacementCharacter;
+    character = character << 6U | (next & 0x3FU);
+  }
+  return character;
 }
 
 bool startsWithLineBreakTag(std::string_view text) {
@@ -54,9 +103,17 @@ std::string utf8FromCodePage(std::string_view bytes) {
 }
 
 std::string codePageFromUtf8(std::string_view text) {
-  if (isPlainAscii(text)) return std::string(text);
-  return toCodePage(QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())))
-      .toStdString();
+  static const CodePageBytes table;
+  std::string bytes;
+  bytes.reserve(text.size());
+  for (std::size_t at = 0; at < text.size();) {
+    std::size_t end = at;
+    while (end < text.size() && static_cast<unsigned char>(text[end]) < 0x80) ++end;
+    bytes.append(text.substr(at, end - at));
+    at = end;
+    if (at < text.size()) table.append(bytes, nextCharacter(text, at));
+  }
+  return bytes;
 }
 
 std::string storedText(std::string_view text) {
