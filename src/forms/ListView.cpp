@@ -3,6 +3,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QStyle>
 
 #include "forms/ListModel.h"
@@ -25,6 +26,7 @@ ListView::ListView(const QString& name, QWidget* parent)
   header()->setSectionsClickable(true);
   header()->setSectionsMovable(false);
   header()->setHighlightSections(false);
+  header()->setStretchLastSection(false);  // widths are what the screens make them
   setModel(model_);
   connect(header(), &QHeaderView::sectionClicked, this, &ListView::columnClick);
 }
@@ -187,6 +189,19 @@ void ListView::keyPressEvent(QKeyEvent* event) {
 void ListView::paintEvent(QPaintEvent* event) {
   model_->announce();
   QTreeView::paintEvent(event);
+}
+
+void ListView::drawRow(QPainter* painter, const QStyleOptionViewItem& option,
+                       const QModelIndex& index) const {
+  QTreeView::drawRow(painter, option, index);
+  if (!model_->hasCheckBoxes()) return;
+  // Styles draw an empty box so faintly that it is lost in a dark theme or on a selected row.
+  const bool selected = selectionModel()->isSelected(index);
+  auto colour = palette().color(selected ? QPalette::HighlightedText : QPalette::Text);
+  colour.setAlpha(130);
+  painter->setPen(colour);
+  painter->setBrush(Qt::NoBrush);
+  painter->drawRect(checkRect(model_->at(index.row())).adjusted(0, 0, -1, -1));
 }
 
 bool ListView::viewportEvent(QEvent* event) {

@@ -9,7 +9,6 @@ namespace qinghe {
 
 namespace {
 
-constexpr int barWidth = 3;
 constexpr int grabMargin = 2;
 
 }  // namespace
@@ -30,28 +29,62 @@ SplitPane::SplitPane(QWidget* first, QWidget* second, QWidget* parent)
   bar_->installEventFilter(this);
 }
 
-void SplitPane::setPosition(int x) {
-  if (x == position_) return;
-  position_ = x;
+void SplitPane::setPosition(int position) {
+  if (position == position_) return;
+  position_ = position;
   layOut();
   emit moved();
 }
 
+void SplitPane::setOrientation(Qt::Orientation orientation) {
+  orientation_ = orientation;
+  setCursor(orientation == Qt::Horizontal ? Qt::SplitHCursor : Qt::SplitVCursor);
+  layOut();
+}
+
+void SplitPane::setBarName(const QString& name) {
+  bar_->setObjectName(name);
+}
+
+void SplitPane::setBarWidth(int pixels) {
+  barWidth_ = pixels;
+  layOut();
+}
+
+int SplitPane::along(const QPoint& point) const {
+  return orientation_ == Qt::Horizontal ? point.x() : point.y();
+}
+
+int SplitPane::length() const {
+  return orientation_ == Qt::Horizontal ? width() : height();
+}
+
+QRect SplitPane::slice(int from, int size) const {
+  return orientation_ == Qt::Horizontal ? QRect(from, 0, size, height())
+                                        : QRect(0, from, width(), size);
+}
+
 QSize SplitPane::sizeHint() const {
-  const auto left = first_->sizeHint();
-  const auto right = second_->sizeHint();
-  return {left.width() + barWidth + 2 * grabMargin + right.width(),
-          qMax(left.height(), right.height())};
+  const auto first = first_->sizeHint();
+  const auto second = second_->sizeHint();
+  const int between = barWidth_ + 2 * grabMargin;
+  if (orientation_ == Qt::Vertical) {
+    return {qMax(first.width(), second.width()), first.height() + between + second.height()};
+  }
+  return {first.width() + between + second.width(), qMax(first.height(), second.height())};
 }
 
 QSize SplitPane::minimumSizeHint() const {
-  return {2 * leastPane_ + barWidth,
-          qMax(first_->minimumSizeHint().height(), second_->minimumSizeHint().height())};
+  const auto first = first_->minimumSizeHint();
+  const auto second = second_->minimumSizeHint();
+  const int least = 2 * leastPane_ + barWidth_;
+  if (orientation_ == Qt::Vertical) return {qMax(first.width(), second.width()), least};
+  return {least, qMax(first.height(), second.height())};
 }
 
 void SplitPane::resizeEvent(QResizeEvent* event) {
   QWidget::resizeEvent(event);
-  if (position_ == 0) position_ = qMax(leastPane_, width() / 3);
+  if (position_ == 0) position_ = qMax(leastPane_, length() / 3);
   layOut();
 }
 
@@ -83,23 +116,25 @@ void SplitPane::press(const QMouseEvent& event) {
     return;
   }
   dragging_ = true;
-  grabOffset_ = mapFromGlobal(event.globalPosition()).toPoint().x() - bar_->x();
+  grabOffset_ = along(mapFromGlobal(event.globalPosition()).toPoint()) - along(bar_->pos());
   paintBar(true);
   bar_->raise();
 }
 
 void SplitPane::drag(const QMouseEvent& event) {
-  const int x = mapFromGlobal(event.globalPosition()).toPoint().x() - grabOffset_;
-  bar_->move(qBound(0, x, width() - barWidth), 0);
+  const int place = along(mapFromGlobal(event.globalPosition()).toPoint()) - grabOffset_;
+  bar_->move(slice(qBound(0, place, length() - barWidth_), barWidth_).topLeft());
 }
 
 void SplitPane::finishDrag() {
   if (!dragging_) return;
   dragging_ = false;
   paintBar(false);
-  const int x = bar_->x();
-  const bool kept = x >= leastPane_ && x <= width() - leastPane_ && x != position_;
-  if (kept) position_ = x;
+  const int most = qMax(leastPane_, length() - leastPane_);
+  int place = along(bar_->pos());
+  if (clamping_) place = qBound(leastPane_, place, most);
+  const bool kept = place >= leastPane_ && place <= length() - leastPane_ && place != position_;
+  if (kept) position_ = place;
   layOut();
   if (kept) emit moved();
 }
@@ -112,13 +147,12 @@ void SplitPane::paintBar(bool dragged) {
 
 void SplitPane::layOut() {
   // A window that became too narrow for the wanted place gets it back when it grows.
-  const int most = qMax(leastPane_, width() - leastPane_);
-  const int x = qBound(qMin(leastPane_, most), position_, most);
-  const int left = x - grabMargin;
-  const int right = x + barWidth + grabMargin;
-  first_->setGeometry(0, 0, qMax(0, left), height());
-  bar_->setGeometry(x, 0, barWidth, height());
-  second_->setGeometry(right, 0, qMax(0, width() - right), height());
+  const int most = qMax(leastPane_, length() - leastPane_);
+  const int place = qBound(qMin(leastPane_, most), position_, most);
+  const int behind = place + barWidth_ + grabMargin;
+  first_->setGeometry(slice(0, qMax(0, place - grabMargin)));
+  bar_->setGeometry(slice(place, barWidth_));
+  second_->setGeometry(slice(behind, qMax(0, length() - behind)));
 }
 
 }  // namespace qinghe

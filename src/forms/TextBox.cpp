@@ -116,6 +116,18 @@ void TextBox::setReadOnly(bool readOnly) {
   } else {
     memo_->setReadOnly(readOnly);
   }
+  colour();
+}
+
+void TextBox::colour() {
+  auto colours = palette();
+  if (isReadOnly()) colours.setColor(QPalette::Base, colours.color(QPalette::Window));
+  editor()->setPalette(colours);
+}
+
+void TextBox::changeEvent(QEvent* event) {
+  if (event->type() == QEvent::PaletteChange) colour();
+  QWidget::changeEvent(event);
 }
 
 bool TextBox::isReadOnly() const {

@@ -27,6 +27,7 @@ class TextBox : public QWidget {
   QString text() const;
   /// Code and user changes are alike: `changed` comes whenever the text differs.
   void setText(const QString& text);
+  /// A read-only box has the colour of the form behind it.
   void setReadOnly(bool readOnly);
   bool isReadOnly() const;
   void setPasswordMode();
@@ -50,9 +51,11 @@ class TextBox : public QWidget {
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
+  void changeEvent(QEvent* event) override;
 
  private:
   void noteChange();
+  void colour();
   bool mustValidate(Qt::FocusReason reason) const;
   bool refusesToLeave(Qt::FocusReason reason);
 

@@ -68,6 +68,7 @@ class FormsFixture : public testing::Test {
       frame_->setCentralWidget(area_);
       frame_->resize(900, 600);
       frame_->show();
+      frame_->activateWindow();
       EXPECT_TRUE(QTest::qWaitForWindowActive(frame_.get()));
       state_->attachChild = [this](qinghe::Form& form) { area_->addSubWindow(&form); };
     }

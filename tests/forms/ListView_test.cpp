@@ -40,6 +40,7 @@ class ListViewTest : public testing::Test {
 
   void show() {
     list_.show();
+    list_.activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&list_));
     list_.setFocus();
   }

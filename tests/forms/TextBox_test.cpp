@@ -151,6 +151,19 @@ TEST_F(TextBoxTest, ReadOnlyAndPasswordBoxes) {
   EXPECT_EQ(qobject_cast<QLineEdit*>(price_->editor())->echoMode(), QLineEdit::Password);
 }
 
+TEST_F(TextBoxTest, AReadOnlyBoxHasTheColourOfTheFormInEveryTheme) {
+  const auto base = [this] { return price_->editor()->palette().color(QPalette::Base); };
+  EXPECT_EQ(base(), form_.palette().color(QPalette::Base));
+  price_->setReadOnly(true);
+  EXPECT_EQ(base(), form_.palette().color(QPalette::Window));
+  auto dark = form_.palette();
+  dark.setColor(QPalette::Window, QColor(40, 41, 42));
+  form_.setPalette(dark);
+  EXPECT_EQ(base(), QColor(40, 41, 42));
+  price_->setReadOnly(false);
+  EXPECT_EQ(base(), dark.color(QPalette::Base));
+}
+
 TEST_F(TextBoxTest, SelectAllSelectsTheWholeText) {
   price_->setText(u"abc"_s);
   price_->selectAll();

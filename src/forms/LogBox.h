@@ -1,0 +1,25 @@
+#pragma once
+
+#include "forms/TextBox.h"
+
+namespace qinghe {
+
+/// A read-only box of many lines that grows at its top. Putting a text on top costs the same
+/// however long the rest is; what is beyond the limit falls off at the end.
+class LogBox : public TextBox {
+  Q_OBJECT
+
+ public:
+  LogBox(const QString& name, qsizetype limit, QWidget* parent = nullptr);
+
+  /// A line break is CR LF, LF or CR.
+  void prepend(const QString& text);
+
+ private:
+  using TextBox::setText;
+  void trim();
+
+  qsizetype limit_;  ///< in characters, a line break as one
+};
+
+}  // namespace qinghe
