@@ -22,7 +22,7 @@ namespace qinghe {
 namespace {
 
 constexpr auto paintInterval = std::chrono::milliseconds(10);
-constexpr auto postInterval = std::chrono::milliseconds(250);  // a cancel wakes it before
+constexpr auto postInterval = std::chrono::seconds(1);  // a cancel wakes it before
 
 TransferRequest requestFor(const Inet& inet, const QString& url) {
   const auto wire = WireUrl::parse(toCodePage(url));

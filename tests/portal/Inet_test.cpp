@@ -191,6 +191,17 @@ TEST_F(InetTest, CancelEndsAHangingPostSoon) {
   EXPECT_EQ(inet.OpenURL(url(u""_s)), u"page"_s);
 }
 
+TEST_F(InetTest, CancelDoesNotWaitForThePostToLookUp) {
+  answer(hanging());
+  const auto start = Clock::now();
+  for (int i = 1; i <= 10; ++i) {
+    inet.Execute(url(u"p"_s), u"POST"_s, u"a=1"_s, u""_s);
+    ASSERT_TRUE(server.waitForRequests(i));
+    inet.Cancel();
+  }
+  EXPECT_LT(Clock::now() - start, 6s);
+}
+
 TEST_F(InetTest, CancelWithNothingRunningDoesNothing) {
   inet.Cancel();
   server.answerWith({"page"});

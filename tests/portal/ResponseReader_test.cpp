@@ -228,6 +228,7 @@ TEST_F(ResponseReader, ACellMayEndAtTheLastSixteenBitPositionAndNotBehindIt) {
 
 TEST_F(ResponseReader, AFarCellWithoutEndFailsByItsMissingEnd) {
   EXPECT_THROW(cell(u"<td>"_s + QString(40000, u'a')), InvalidCall);
+  EXPECT_THROW(cell(blanks(32767) + u"<td>never closed"_s), Overflow);
 }
 
 TEST_F(ResponseReader, LimitsCountFromTheCursorAndNotFromTheAnswersStart) {
