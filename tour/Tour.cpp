@@ -17,21 +17,20 @@ constexpr qint64 stepLimit = 30'000;  // milliseconds
 
 Tour::Tour(QList<TourStep> steps, const QString& folder)
     : steps_(std::move(steps)), folder_(folder) {
+  // One shot each: a repeating timer does not fire inside the event loop that a step may run.
+  timer_.setSingleShot(true);
+  timer_.setInterval(tickLength);
   connect(&timer_, &QTimer::timeout, this, &Tour::tick);
 }
 
 void Tour::start() {
   waiting_.start();
-  timer_.start(tickLength);
+  timer_.start();
 }
 
 void Tour::tick() {
-  // An action may run an event loop of its own, in which this comes again; the step that shows such
-  // a window is pictured from there.
-  if (next_ >= steps_.size()) {
-    timer_.stop();
-    return;
-  }
+  if (next_ >= steps_.size()) return;
+  timer_.start();
   const TourStep& step = steps_[next_];
   if (!step.ready()) {
     settling_ = 0;

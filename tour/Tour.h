@@ -38,7 +38,6 @@ class Tour : public QObject {
   QElapsedTimer waiting_;
   qsizetype next_ = 0;
   int settling_ = 0;
-  bool acting_ = false;
   bool failed_ = false;
 };
 

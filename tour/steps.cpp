@@ -2,8 +2,8 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QDir>
-#include <QFileInfo>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPushButton>
 #include <QTest>
 
@@ -27,7 +27,7 @@ class TourPrompts : public DesktopPrompts {
  public:
   explicit TourPrompts(const QString& folder) : folder_(folder) {}
   std::optional<QString> saveFile(QWidget* /*parent*/, const FileQuestion& question) override {
-    return folder_.filePath(QFileInfo(question.fileName).completeBaseName() + question.suffix);
+    return folder_.filePath(question.fileName);
   }
 
  private:

@@ -21,7 +21,7 @@ class Client {
     QDir().mkpath(config.filePath(u"qinghe"_s));
     QFile settings(config.filePath(u"qinghe/qinghe.ini"_s));
     if (!settings.open(QIODevice::WriteOnly)) throw std::runtime_error("no settings");
-    settings.write(("[config]\nWebServer=" + host + "\nAccessType=2\nUnicode=2\n").toUtf8());
+    settings.write("[config]\nWebServer=" + host.toUtf8() + "\nAccessType=2\nUnicode=2\n");
   }
 
   QString link() const { return store.directory() + u"/qinghe"_s; }
