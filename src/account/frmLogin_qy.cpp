@@ -64,7 +64,7 @@ frmLogin_qy::frmLogin_qy()
 
 void frmLogin_qy::layOut() {
   auto* logo = new QLabel(this);
-  logo->setPixmap(iconFor(u"Logo"_s).pixmap(logoSize));
+  logo->setPixmap(iconFor(u"qinghe"_s).pixmap(logoSize));
   auto* title = new QLabel(productTitle(), this);
   title->setTextFormat(Qt::PlainText);
   QFont bold = title->font();

@@ -3,22 +3,13 @@
 #include <QLinearGradient>
 #include <QPainter>
 #include <QPainterPath>
+#include <QSvgRenderer>
 
 namespace qinghe {
 
 namespace {
 
 // All shapes are drawn in a unit square and scaled, so they are sharp at every size.
-QPainterPath leaf(QPointF root, QPointF tip, qreal bend) {
-  const QPointF along = tip - root;
-  const QPointF across(-along.y(), along.x());
-  const QPointF middle = root + along * 0.45;
-  QPainterPath path(root);
-  path.quadTo(middle + across * bend, tip);
-  path.quadTo(middle + across * (bend - 0.55), root);
-  return path;
-}
-
 QPainterPath cloud(QPointF leftFoot, qreal width) {
   const qreal x = leftFoot.x();
   const qreal y = leftFoot.y();
@@ -48,27 +39,8 @@ QPainterPath hill(const QRectF& box, qreal left, qreal middle, qreal right) {
 }  // namespace
 
 void paintBrandMark(QPainter& painter, const QRectF& box) {
-  painter.save();
-  painter.setRenderHint(QPainter::Antialiasing);
-  painter.translate(box.topLeft());
-  painter.scale(box.width(), box.height());
-  painter.setPen(Qt::NoPen);
-
-  QLinearGradient ground(0, 0, 0, 1);
-  ground.setColorAt(0, QColor(0x3F, 0xA6, 0x5A));
-  ground.setColorAt(1, QColor(0x0F, 0x6B, 0x53));
-  painter.setBrush(ground);
-  painter.drawRoundedRect(QRectF(0, 0, 1, 1), 0.22, 0.22);
-
-  painter.setBrush(QColor(0xD8, 0xF3, 0xC4));
-  painter.drawPath(leaf({0.5, 0.62}, {0.2, 0.22}, 0.28));
-  painter.setBrush(Qt::white);
-  painter.drawPath(leaf({0.5, 0.62}, {0.8, 0.16}, 0.28));
-  painter.setPen(QPen(Qt::white, 0.045, Qt::SolidLine, Qt::RoundCap));
-  painter.drawLine(QPointF(0.5, 0.76), QPointF(0.5, 0.58));
-  painter.setPen(Qt::NoPen);
-  painter.drawPath(cloud({0.2, 0.88}, 0.6));
-  painter.restore();
+  QSvgRenderer mark(QStringLiteral(":/icons/qinghe.svg"));
+  mark.render(&painter, box);
 }
 
 void paintSplashPicture(QPainter& painter, const QRectF& box) {

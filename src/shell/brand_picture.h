@@ -6,7 +6,7 @@ class QPainter;
 
 namespace qinghe {
 
-/// The product's mark, a seedling above a cloud, filling the square `box`.
+/// The product's mark, the same as the program's icon, filling the square `box`.
 void paintBrandMark(QPainter& painter, const QRectF& box);
 
 /// The splash's picture: sky, clouds and a green field, with the mark at the upper right. Its left
