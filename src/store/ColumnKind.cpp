@@ -1,6 +1,8 @@
 #include "store/ColumnKind.h"
 
 #include <QDateTime>
+#include <array>
+#include <charconv>
 #include <cmath>
 
 #include "store/CommandDialect.h"
@@ -117,10 +119,18 @@ QString textOfStored(ColumnKind kind, qint64 value) {
 }
 
 QString textOfStored(double value) {
-  // Whole numbers, the bulk of what is kept, take the short way to the same text.
-  constexpr double exactlyWhole = 1e15;
-  if (std::abs(value) < exactlyWhole && std::trunc(value) == value) {
-    return textOf(static_cast<qint64>(value));
+  // The shortest digits that mean the value, where they are no more than 15, are the same text as
+  // the general rule's and much quicker to find; amounts and quantities all go this way.
+  const double size = std::abs(value);
+  if (size >= 0.1 && size < 1e15) {
+    std::array<char, 32> digits;
+    const auto [end, error] = std::to_chars(digits.data(), digits.data() + digits.size(), value,
+                                            std::chars_format::fixed);
+    const auto length = end - digits.data();
+    constexpr int mostDigits = 15;
+    if (error == std::errc() && length <= mostDigits) {
+      return QString::fromLatin1(digits.data(), length);
+    }
   }
   return textOf(value);
 }

@@ -101,8 +101,9 @@ std::unique_ptr<SQLite::Database> openFile(const QString& path, int busyTimeout)
   }
   const QByteArray name = QFile::encodeName(file.absoluteFilePath());
   try {
-    return std::make_unique<SQLite::Database>(name.toStdString(), SQLite::OPEN_READWRITE,
-                                              busyTimeout);
+    // The program works in one thread, so the engine need not guard each call.
+    return std::make_unique<SQLite::Database>(
+        name.toStdString(), SQLite::OPEN_READWRITE | SQLite::OPEN_NOMUTEX, busyTimeout);
   } catch (const SQLite::Exception& error) {
     failOpen(error.getErrorCode(), QString::fromUtf8(error.getErrorStr()), path);
   }

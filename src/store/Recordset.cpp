@@ -22,11 +22,12 @@ struct SeenRow {
 }  // namespace
 
 struct Recordset::Private {
-  Private(std::shared_ptr<Connection> open, const QString& command)
-      : connection(std::move(open)), source(connection, command) {}
+  Private(std::shared_ptr<Connection> open, const QString& command) : source(open, command) {
+    if (source.table()) writer.emplace(std::move(open), *source.table());
+  }
 
-  std::shared_ptr<Connection> connection;
   RowSource source;
+  std::optional<RowWriter> writer;
   qint64 position = 0;
   qint64 lastRead = -1;  // the position whose values were last handed out from the current page
   std::optional<SeenRow> seen;
@@ -37,13 +38,13 @@ struct Recordset::Private {
   const TableInfo& table() const;
   void requireRecord() const;
   RowSource::Place current();
-  RowSource::Place original();
+  void beginChange();
   void leavePage();
   void dropChanges();
   void move(qint64 to);
   void findByKey(const FindCriterion& criterion);
   void scan(const FindCriterion& criterion, int column);
-  void see(qint64 key, RowBuffer&& row) { seen = SeenRow{key, std::move(row)}; }
+  void see(qint64 at);
   void insert();
   void update();
   [[noreturn]] void failConflict();
@@ -66,21 +67,24 @@ RowSource::Place Recordset::Private::current() {
   return place;
 }
 
-// The values that a change of the current record starts from: those that the caller saw, also when
-// the set has moved about since, or else those of this moment.
-RowSource::Place Recordset::Private::original() {
+void Recordset::Private::see(qint64 at) {
+  const RowSource::Place place = source.at(at);
+  seen = SeenRow{source.keys().at(at), RowBuffer(source.kinds())};
+  seen->row.append(place.rows, place.row);
+}
+
+// A change starts from the values that the caller saw, also when the set has moved about since, or
+// else from those of this moment.
+void Recordset::Private::beginChange() {
+  if (adding || !changes.empty()) return;
   const bool isSeen = seen && seen->key == source.keys().at(position);
-  if (lastRead != position && isSeen) return {seen->row, 0};
-  return current();
+  if (isSeen && lastRead != position) return;
+  current();
+  see(position);
 }
 
 void Recordset::Private::leavePage() {
-  if (source.table() && lastRead >= 0 && source.holds(lastRead)) {
-    const RowSource::Place place = source.at(lastRead);
-    RowBuffer row(source.kinds());
-    row.append(place.rows, place.row);
-    see(source.keys().at(lastRead), std::move(row));
-  }
+  if (source.table() && lastRead >= 0 && source.holds(lastRead)) see(lastRead);
   lastRead = -1;
   source.forget();
 }
@@ -111,23 +115,21 @@ void Recordset::Private::scan(const FindCriterion& criterion, int column) {
 }
 
 void Recordset::Private::insert() {
-  RowBuffer row = RowWriter(opened(connection), table()).insert(changes);
+  RowBuffer row = writer->insert(changes);
   const auto key = std::get<qint64>(row.stored(0, table().keyColumn));
   source.keys().append(key);
   position = source.size() - 1;
-  see(key, std::move(row));
+  seen = SeenRow{key, std::move(row)};
 }
 
 void Recordset::Private::update() {
-  const qint64 key = source.keys().at(position);
-  const RowSource::Place before = original();
-  auto row = RowWriter(opened(connection), table()).update(key, changes, before.rows, before.row);
+  auto row = writer->update(seen->key, changes, seen->row);
   if (!row) failConflict();
-  see(key, std::move(*row));
+  seen->row = std::move(*row);
 }
 
 void Recordset::Private::failConflict() {
-  leavePage();
+  source.forget();
   current();
   throw StoreError(SQLITE_CONSTRAINT, u"记录已被他人修改"_s);
 }
@@ -202,7 +204,9 @@ void Recordset::setValue(const QString& field, const QVariant& value) {
     const int column = d->source.columns().require(field);
     d->requireRecord();
     if (column == table.keyColumn) throw StoreError(SQLITE_READONLY, u"不能修改列 "_s + field);
-    d->changes[column] = toStored(d->source.kinds()[static_cast<std::size_t>(column)], value);
+    StoredValue stored = toStored(d->source.kinds()[static_cast<std::size_t>(column)], value);
+    d->beginChange();
+    d->changes[column] = std::move(stored);
   } catch (...) {
     // Half of a record must not go out with the next update.
     d->dropChanges();

@@ -17,6 +17,16 @@ namespace {
 constexpr qint64 largestPage = 256;
 constexpr qint64 pageGrowth = 4;
 
+// Whether the keys rise with few others between them, so that one scan reads them all.
+bool isSpan(const KeyList& keys, qint64 first, qint64 count) {
+  constexpr qint64 mostScanned = 2;
+  const qint64 last = first + count - 1;
+  for (qint64 position = first; position < last; ++position) {
+    if (keys.at(position) >= keys.at(position + 1)) return false;
+  }
+  return keys.at(last) - keys.at(first) < mostScanned * count;
+}
+
 }  // namespace
 
 RowSource::RowSource(std::shared_ptr<Connection> connection, const QString& command)
@@ -39,8 +49,10 @@ RowSource::RowSource(std::shared_ptr<Connection> connection, const QString& comm
 }
 
 void RowSource::readKeys(const QString& command) {
-  rowQuery_ =
-      u"SELECT * FROM "_s + table_->quotedName() + u" WHERE "_s + table_->quotedKey() + u" = ?"_s;
+  const QString key = table_->quotedKey();
+  const QString values = u"SELECT * FROM "_s + table_->quotedName() + u" WHERE "_s + key;
+  rowQuery_ = values + u" = ?"_s;
+  spanQuery_ = values + u" BETWEEN ? AND ? ORDER BY "_s + key;
   Statement statement = opened(connection_).command(command, Access::Read);
   while (statement.step()) keys_.append(sqlite3_column_int64(statement.get(), 0));
 }
@@ -61,25 +73,49 @@ RowSource::Place RowSource::at(qint64 position) {
 void RowSource::readPage(qint64 first, qint64 count) {
   rows_.clear();
   first_ = first;
-  Connection::Private& store = opened(connection_);
-  const auto query = store.kept(rowQuery_);
   try {
-    std::optional<StoreTransaction> moment;
-    if (count > 1) moment.emplace(store, u"BEGIN"_s);
-    for (qint64 position = first; position < first + count; ++position) {
-      query->bind(1, keys_.at(position));
-      if (query->step()) {
-        rows_.append(*query);
-      } else {
-        rows_.appendMissing();
-      }
-      query->reset();
+    if (count > 1 && isSpan(keys_, first, count)) {
+      readSpan(first, count);
+    } else {
+      std::optional<StoreTransaction> moment;
+      if (count > 1) moment.emplace(opened(connection_), u"BEGIN"_s);
+      for (qint64 position = first; position < first + count; ++position) readRow(position);
+      if (moment) moment->commit();
     }
-    if (moment) moment->commit();
   } catch (...) {
     rows_.clear();
     throw;
   }
+}
+
+void RowSource::readRow(qint64 position) {
+  const auto query = opened(connection_).kept(rowQuery_);
+  query->bind(1, keys_.at(position));
+  if (query->step()) {
+    rows_.append(*query);
+  } else {
+    rows_.appendMissing();
+  }
+  query->reset();
+}
+
+void RowSource::readSpan(qint64 first, qint64 count) {
+  const auto query = opened(connection_).kept(spanQuery_);
+  query->bind(1, keys_.at(first));
+  query->bind(2, keys_.at(first + count - 1));
+  qint64 position = first;
+  while (query->step()) {
+    const qint64 key = sqlite3_column_int64(query->get(), table_->keyColumn);
+    while (keys_.at(position) < key) {
+      rows_.appendMissing();
+      ++position;
+    }
+    if (keys_.at(position) != key) continue;
+    rows_.append(*query);
+    ++position;
+  }
+  query->reset();
+  for (; position < first + count; ++position) rows_.appendMissing();
 }
 
 void RowSource::forget() {

@@ -40,12 +40,15 @@ class RowSource {
   void readKeys(const QString& command);
   void readAll(Statement& statement);
   void readPage(qint64 first, qint64 count);
+  void readRow(qint64 position);
+  void readSpan(qint64 first, qint64 count);
 
   std::shared_ptr<Connection> connection_;
   std::optional<TableInfo> table_;
   ColumnNames columns_;
   std::vector<ColumnKind> kinds_;
   QString rowQuery_;
+  QString spanQuery_;
   KeyList keys_;
   RowBuffer rows_;
   qint64 first_ = 0;

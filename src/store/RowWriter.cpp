@@ -6,51 +6,70 @@ namespace qinghe {
 
 using namespace Qt::StringLiterals;
 
-// One statement is one transaction, and RETURNING hands its row back without a second read.
-RowBuffer RowWriter::run(const QString& sql, const std::vector<StoredValue>& parameters) {
-  const auto statement = connection_.kept(sql);
-  for (std::size_t i = 0; i < parameters.size(); ++i) {
-    statement->bind(static_cast<int>(i) + 1, parameters[i]);
+namespace {
+
+std::vector<int> columnsOf(const RowWriter::Values& values) {
+  std::vector<int> columns;
+  for (const auto& [column, value] : values) columns.push_back(column);
+  return columns;
+}
+
+}  // namespace
+
+RowWriter::RowWriter(std::shared_ptr<Connection> connection, const TableInfo& table)
+    : connection_(std::move(connection)), table_(table) {}
+
+QString RowWriter::insertCommand(const Values& values) const {
+  QStringList names;
+  for (const auto& [column, value] : values) names.append(table_.quotedColumn(column));
+  const QStringList places(names.size(), u"?"_s);
+  const QString content =
+      names.isEmpty() ? u" DEFAULT VALUES"_s
+                      : u" ("_s + names.join(u',') + u") VALUES ("_s + places.join(u',') + u')';
+  return u"INSERT INTO "_s + table_.quotedName() + content + u" RETURNING *"_s;
+}
+
+QString RowWriter::updateCommand(const Values& values) const {
+  QStringList sets;
+  for (const auto& [column, value] : values) sets.append(table_.quotedColumn(column) + u"=?"_s);
+  QString condition = table_.quotedKey() + u"=?"_s;
+  for (int column = 0; column < table_.columns.size(); ++column) {
+    if (column == table_.keyColumn) continue;
+    condition += u" AND "_s + table_.quotedColumn(column) + u" COLLATE BINARY IS ?"_s;
   }
+  return u"UPDATE "_s + table_.quotedName() + u" SET "_s + sets.join(u',') + u" WHERE "_s +
+         condition + u" RETURNING *"_s;
+}
+
+// One statement is one transaction, and RETURNING hands its row back without a second read.
+RowBuffer RowWriter::run(Statement& statement) const {
   RowBuffer written(table_.kinds);
-  while (statement->step()) written.append(*statement);
-  statement->reset();
+  while (statement.step()) written.append(statement);
+  statement.reset();
   return written;
 }
 
 RowBuffer RowWriter::insert(const Values& values) {
-  QStringList names;
-  QStringList places;
-  std::vector<StoredValue> parameters;
-  for (const auto& [column, value] : values) {
-    names.append(table_.quotedColumn(column));
-    places.append(u"?"_s);
-    parameters.push_back(value);
-  }
-  const QString content =
-      names.isEmpty() ? u" DEFAULT VALUES"_s
-                      : u" ("_s + names.join(u',') + u") VALUES ("_s + places.join(u',') + u')';
-  return run(u"INSERT INTO "_s + table_.quotedName() + content + u" RETURNING *"_s, parameters);
+  const auto statement = opened(connection_).kept(insertCommand(values));
+  int parameter = 0;
+  for (const auto& [column, value] : values) statement->bind(++parameter, value);
+  return run(*statement);
 }
 
 std::optional<RowBuffer> RowWriter::update(qint64 key, const Values& values,
-                                           const RowBuffer& before, qsizetype row) {
-  QStringList sets;
-  std::vector<StoredValue> parameters;
-  for (const auto& [column, value] : values) {
-    sets.append(table_.quotedColumn(column) + u"=?"_s);
-    parameters.push_back(value);
+                                           const RowBuffer& before) {
+  std::vector<int> columns = columnsOf(values);
+  if (!update_ || updatedColumns_ != columns) {
+    update_ = opened(connection_).kept(updateCommand(values));
+    updatedColumns_ = std::move(columns);
   }
-  QString condition = table_.quotedKey() + u"=?"_s;
-  parameters.emplace_back(key);
-  for (int column = 0; column < table_.columns.size(); ++column) {
-    if (column == table_.keyColumn) continue;
-    condition += u" AND "_s + table_.quotedColumn(column) + u" COLLATE BINARY IS ?"_s;
-    parameters.push_back(before.stored(row, column));
+  int parameter = 0;
+  for (const auto& [column, value] : values) update_->bind(++parameter, value);
+  update_->bind(++parameter, key);
+  for (int column = 0; column < before.columnCount(); ++column) {
+    if (column != table_.keyColumn) update_->bind(++parameter, before.stored(0, column));
   }
-  RowBuffer written = run(u"UPDATE "_s + table_.quotedName() + u" SET "_s + sets.join(u',') +
-                              u" WHERE "_s + condition + u" RETURNING *"_s,
-                          parameters);
+  RowBuffer written = run(*update_);
   if (written.rowCount() == 0) return std::nullopt;
   return written;
 }

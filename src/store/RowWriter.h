@@ -1,7 +1,9 @@
 #pragma once
 
 #include <map>
+#include <memory>
 #include <optional>
+#include <vector>
 
 #include "store/RowBuffer.h"
 #include "store/TableInfo.h"
@@ -13,20 +15,23 @@ class RowWriter {
  public:
   using Values = std::map<int, StoredValue>;  ///< by column
 
-  RowWriter(Connection::Private& connection, const TableInfo& table)
-      : connection_(connection), table_(table) {}
+  RowWriter(std::shared_ptr<Connection> connection, const TableInfo& table);
 
   /// Both give the row as it stands afterwards, defaults and key included.
   RowBuffer insert(const Values& values);
-  /// Nothing when the row is no longer as it was in `before`.
-  std::optional<RowBuffer> update(qint64 key, const Values& values, const RowBuffer& before,
-                                  qsizetype row);
+  /// Nothing when the row is no longer as it was in `before`, whose only row it is.
+  std::optional<RowBuffer> update(qint64 key, const Values& values, const RowBuffer& before);
 
  private:
-  RowBuffer run(const QString& sql, const std::vector<StoredValue>& parameters);
+  QString insertCommand(const Values& values) const;
+  QString updateCommand(const Values& values) const;
+  RowBuffer run(Statement& statement) const;
 
-  Connection::Private& connection_;
+  std::shared_ptr<Connection> connection_;
   const TableInfo& table_;
+  // The update of the time before: a screen's saves set the same columns again and again.
+  std::vector<int> updatedColumns_;
+  std::shared_ptr<Statement> update_;
 };
 
 }  // namespace qinghe

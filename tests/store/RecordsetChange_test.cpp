@@ -241,6 +241,15 @@ TEST_F(RecordsetChange, SecondSetOfTheSameProgramIsSomebodyElseToo) {
   EXPECT_EQ(cell(u"GESH"_s, 3), u"theirs"_s);
 }
 
+TEST_F(RecordsetChange, OfTwoChangesBegunOnOneRecordTheSecondIsAnError) {
+  Recordset other = open(u"SELECT * FROM XIMU WHERE id=3"_s);
+  goods.setValue(u"XIMU"_s, u"mine"_s);
+  other.setValue(u"GESH"_s, u"theirs"_s);
+  other.Update();
+  EXPECT_THROW(goods.Update(), StoreError);
+  EXPECT_EQ(cell(u"XIMU"_s, 3), u"甲"_s);
+}
+
 TEST_F(RecordsetChange, OwnUpdatesInTurnAreNoChangeBySomebodyElse) {
   EXPECT_EQ(goods.text(u"XIMU"_s), u"甲"_s);
   for (int i = 0; i < 3; ++i) {
