@@ -179,7 +179,7 @@ TEST_F(Commands, DialStartsTheDialerOnTheDefaultEntryWithoutAnyCheck) {
   file.sync();
   entry(u"mnuDial"_s)->trigger();
   EXPECT_EQ(dialer->dialled, QStringList{u"公司拨号"_s});
-  EXPECT_EQ(links->statusAsked, 0);
+  EXPECT_TRUE(links->asked.isEmpty());
 }
 
 TEST_F(Commands, HelpWithoutItsFileSaysSoAndOpensNothing) {
@@ -187,6 +187,13 @@ TEST_F(Commands, HelpWithoutItsFileSaysSoAndOpensNothing) {
   entry(u"mnuHelp"_s)->trigger();
   ASSERT_EQ(boxes->asked.size(), 1);
   EXPECT_TRUE(boxes->asked[0].text.contains(u"help.chm"_s));
+}
+
+TEST_F(Commands, WithoutAWordForTheIndustryTheGoodsKeepTheirCaptions) {
+  state.gHayeId = 3;
+  frame->ApplyIndustryCaptions();
+  EXPECT_EQ(entry(u"mnuXimu"_s)->text(), u"商品登记(本地)"_s);
+  EXPECT_EQ(entry(u"mnuXimu_WEB"_s)->text(), u"商品登记"_s);
 }
 
 TEST_F(Commands, TheStatusBarStaysEmpty) {

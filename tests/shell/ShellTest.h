@@ -8,41 +8,12 @@
 
 #include "shell/AppState.h"
 #include "shell/frmMsgBox.h"
+#include "support/FakeNetwork.h"
 #include "support/ScriptedPrompts.h"
 
 namespace qinghe {
 
 using namespace Qt::StringLiterals;
-
-/// Links that a test says, and a count of how often they were asked.
-class ScriptedLinks : public LinkMonitor {
- public:
-  std::optional<QStringList> entries = QStringList{u"eth0"_s};
-  QStringList connected;
-  QStringList asked;
-  int enumerations = 0;
-
-  std::optional<QStringList> enumerate() override {
-    ++enumerations;
-    return entries;
-  }
-  bool isConnected(const QString& entry) override {
-    asked << entry;
-    return connected.contains(entry);
-  }
-};
-
-/// Records what is dialled and how the tray stood then.
-class ScriptedDialer : public Dialer {
- public:
-  QStringList dialled;
-  QList<Tray::State> trayStates;
-
-  void dial(const QString& entry) override {
-    dialled << entry;
-    trayStates << app().tray.state();
-  }
-};
 
 /// Presses the notice's button as soon as the notice stands on the screen.
 class NoticePresser : public QObject {

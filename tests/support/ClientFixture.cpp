@@ -40,7 +40,8 @@ class NoticeDismisser : public QObject {
 }  // namespace
 
 ClientFixture::ClientFixture()
-    : boxes(new ScriptedPrompts), links(new FakeLinks), dialer(new RecordingDialer) {
+    : boxes(new ScriptedPrompts), links(new FakeLinks), dialer(new FakeDialer) {
+  links->connected = {u"eth0"_s};
   state.programDirectory = store.directory();
   state.settings.setFilePath(settingsFolder.filePath(u"qinghe.ini"_s));
   state.forms.prompts.reset(boxes);

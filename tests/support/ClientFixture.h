@@ -6,31 +6,12 @@
 #include <memory>
 
 #include "shell/AppState.h"
+#include "support/FakeNetwork.h"
 #include "support/ScriptedPrompts.h"
 #include "support/ScriptedServer.h"
 #include "support/TempStore.h"
 
 namespace qinghe {
-
-/// Links as the test says they are.
-class FakeLinks : public LinkMonitor {
- public:
-  std::optional<QStringList> entries = QStringList{QStringLiteral("ppp0")};
-  bool connected = true;
-  int statusAsked = 0;
-
-  std::optional<QStringList> enumerate() override { return entries; }
-  bool isConnected(const QString& entry) override {
-    ++statusAsked;
-    return connected && !entry.isEmpty();
-  }
-};
-
-class RecordingDialer : public Dialer {
- public:
-  QStringList dialled;
-  void dial(const QString& entry) override { dialled.append(entry); }
-};
 
 /// A client without its main window: a fresh state, a fresh `DATA.MDB`, settings of its own, nobody
 /// at the prompts, and a scripted portal that it is set to, online, in mode 2.
@@ -47,7 +28,7 @@ class ClientFixture : public testing::Test {
 
   /// As a company that is logged in to the portal, or only locally.
   void beCompany(qint16 mode, qint16 level);
-  void goOffline() { links->connected = false; }
+  void goOffline() { links->connected.clear(); }
 
   /// A page in the portal's form, ready for `portal.answerWith`.
   static QByteArray page(const QList<QStringList>& rows);
@@ -61,7 +42,7 @@ class ClientFixture : public testing::Test {
   AppState state;
   ScriptedPrompts* boxes;
   FakeLinks* links;
-  RecordingDialer* dialer;
+  FakeDialer* dialer;
 };
 
 }  // namespace qinghe

@@ -5,6 +5,7 @@
 #include <QCursor>
 #include <QDesktopServices>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QMdiArea>
 #include <QMdiSubWindow>
@@ -105,6 +106,17 @@ void MDIFrmMAIN::RefreshCommands() {
     if (offer == Offer::Untouched) continue;
     command(entry.name)->setEnabled(offer == Offer::On);
   }
+}
+
+void MDIFrmMAIN::ApplyIndustryCaptions() {
+  const auto apply = [this](const QString& entry, int offset) {
+    QFile word(u":/strings/%1"_s.arg(app().gHayeId * 1000 + offset));
+    if (word.open(QIODevice::ReadOnly)) {
+      command(entry)->setText(QString::fromUtf8(word.readAll()));
+    }
+  };
+  apply(u"mnuXimu"_s, 111);
+  apply(u"mnuXimu_WEB"_s, 112);
 }
 
 void MDIFrmMAIN::popUpMenu() {

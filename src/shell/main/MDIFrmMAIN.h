@@ -34,6 +34,11 @@ class MDIFrmMAIN : public QMainWindow {
   void RefreshCommands();
   QAction* command(const QString& name) const;  ///< null for an unknown entry
 
+  /// Gives the two goods entries the industry's own word, where the program's resources hold one
+  /// under the industry's number * 1000 + 111 and + 112. They hold none, and nobody asks: here the
+  /// word would change.
+  void ApplyIndustryCaptions();
+
   /// Opens "help.chm" of the program directory with what the desktop has for it.
   void openHelp();
 
