@@ -203,7 +203,13 @@ void ReportWindow::showState() {
 void ReportWindow::print() {
   QPrinter printer(QPrinter::HighResolution);
   preparePrinter(pages_, &printer);
-  if (!choosePrinter(printer)) return;
+  try {
+    if (!choosePrinter(printer)) return;
+  } catch (const Failure& failure) {
+    // The dialog needs the number of pages, and the data may be gone.
+    tell(failure.description());
+    return;
+  }
   ExportResult result;
   {
     const HourGlass busy;

@@ -204,6 +204,14 @@ TEST_F(ReportWindowTest, PrintsNothingWhenThePrintDialogIsCancelled) {
   EXPECT_FALSE(QFileInfo::exists(path(u"out.pdf"_s)));
 }
 
+TEST_F(ReportWindowTest, TellsWhenTheDataCannotBeReadForThePrintDialog) {
+  ReportWindow& window = open(goods(3));
+  window.choosePrinter = [](QPrinter&) -> bool { throw Failure(7, u"读取数据出错"_s); };
+  boxes_->expect(Answer::Ok);
+  action(window, u"Print"_s).trigger();
+  EXPECT_EQ(boxes_->texts(), QStringList{u"读取数据出错"_s});
+}
+
 TEST_F(ReportWindowTest, TellsWhenPrintingFails) {
   ReportWindow& window = open(goods(3));
   window.choosePrinter = [&](QPrinter& printer) {

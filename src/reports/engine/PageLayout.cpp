@@ -45,11 +45,13 @@ bool PageLayout::findPages(int pages) {
   if (complete_) return false;
   cursor_.seek(rest_);
   for (int i = 0; i < pages && !complete_; ++i) {
-    starts_.push_back(cursor_.place());
-    fill(starts_.size() == 1, nullptr);
+    // Noted only once the page is done, so that a failure leaves all as it was before it.
+    auto start = cursor_.place();
+    fill(starts_.empty(), nullptr);
+    starts_.push_back(std::move(start));
+    rest_ = cursor_.place();
     complete_ = cursor_.band() == Band::End;
   }
-  rest_ = cursor_.place();
   return !complete_;
 }
 

@@ -1,7 +1,9 @@
 #include "reports/engine/ReportPainter.h"
 
 #include <QImageReader>
+#include <QPaintEngine>
 #include <QPen>
+#include <QtMath>
 #include <algorithm>
 
 namespace qinghe {
@@ -12,13 +14,18 @@ namespace {
 
 constexpr double kUnits = ReportPainter::kUnitsPerMillimetre;
 
-QImage readLogo() {
-  // Sharp on paper at the few centimetres that it takes there.
-  constexpr int kPixels = 320;
+/// The picture drawn at the size it is shown in: scaled pixels would be ragged on the screen.
+QImage readLogo(int pixels) {
   QImageReader reader(u":/icons/Logo.svg"_s);
   if (!reader.canRead()) return {};
-  reader.setScaledSize(reader.size().scaled(kPixels, kPixels, Qt::KeepAspectRatio));
+  reader.setScaledSize(reader.size().scaled(pixels, pixels, Qt::KeepAspectRatio));
   return reader.read();
+}
+
+/// Pixels of the device for a width in report units; a PDF has none and gets twice its resolution.
+int pixelsFor(const QPainter& painter, double width) {
+  const bool pixels = painter.paintEngine()->type() == QPaintEngine::Raster;
+  return std::clamp(qCeil(width * painter.deviceTransform().m11() * (pixels ? 1 : 2)), 8, 512);
 }
 
 }  // namespace
@@ -75,15 +82,15 @@ void ReportPainter::paintLine(QPainter& painter, const PlacedBox& placed) {
 }
 
 void ReportPainter::paintImage(QPainter& painter, const PlacedBox& placed) {
-  if (!logoRead_) {
-    logo_ = readLogo();
-    logoRead_ = true;
-  }
-  if (logo_.isNull()) return;
-  QSizeF size = QSizeF(logo_.size()).scaled(placed.rect.size() * kUnits, Qt::KeepAspectRatio);
+  const QSizeF room = placed.rect.size() * kUnits;
+  const int pixels = pixelsFor(painter, std::min(room.width(), room.height()));
+  if (!logos_.contains(pixels)) logos_.insert(pixels, readLogo(pixels));
+  const QImage& logo = logos_[pixels];
+  if (logo.isNull()) return;
+  const QSizeF size = QSizeF(logo.size()).scaled(room, Qt::KeepAspectRatio);
   QRectF target(QPointF(), size);
   target.moveCenter(placed.rect.center() * kUnits);
-  painter.drawImage(target, logo_);
+  painter.drawImage(target, logo);
 }
 
 }  // namespace qinghe

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QHash>
 #include <QImage>
 #include <QPainter>
 
@@ -27,8 +28,7 @@ class ReportPainter {
 
   TextFitters fitters_;
   const TextFitter* current_ = nullptr;
-  QImage logo_;
-  bool logoRead_ = false;
+  QHash<int, QImage> logos_;  ///< by their width in pixels
 };
 
 }  // namespace qinghe

@@ -6,6 +6,7 @@
 #include <limits>
 
 #include "tests/reports/engine/ReportFixtures.h"
+#include "values/failure.h"
 
 using namespace qinghe;
 using namespace fixtures;
@@ -258,6 +259,33 @@ TEST(PageLayout, ReadsOnlyTheRowsOfThePageLookedAt) {
   PageLayout pages(flatLayout(), data, kDay, paperWithBody(30));
   EXPECT_EQ(textsOf(pages.page(20000)), (QStringList{u"60001"_s, u"60002"_s, u"60003"_s}));
   EXPECT_EQ(data->valuesRead, 3);
+}
+
+/// Groups of which the second cannot be read as long as the store is busy.
+class BusySet : public MemorySet {
+ public:
+  BusySet() : MemorySet(u"outer"_s, {u"name"_s}) {}
+  std::shared_ptr<const ShapedSet> child(qint64 row, const QString& name) const override {
+    if (busy && row == 1) throw Failure(5, u"busy"_s);
+    return MemorySet::child(row, name);
+  }
+  bool busy = false;
+};
+
+TEST(PageLayout, GoesOnFindingPagesAfterAFailureAsIfNothingHadHappened) {
+  const auto data = std::make_shared<BusySet>();
+  for (int i = 0; i < 3; ++i) {
+    data->add({u"G%1"_s.arg(i)});
+    data->hang(numbers(4, u"lines"_s));
+  }
+  PageLayout pages(groupedLayout(), data, kDay, paperWithBody(60));
+  EXPECT_EQ(pages.knownPages(), 1);
+  data->busy = true;
+  EXPECT_THROW(pages.findPages(10), Failure);
+  EXPECT_EQ(pages.knownPages(), 1);
+  data->busy = false;
+  EXPECT_EQ(pagesOf(pages),
+            (QStringList{u"G0 1 2 3 4 10"_s, u"G1 1 2 3 4 10"_s, u"G2 1 2 3 4 10"_s}));
 }
 
 TEST(PageLayout, ShowsTheFirstPageBeforeTheLastIsFound) {
