@@ -22,6 +22,7 @@ class Recordset {
 
   qint64 RecordCount() const;
   bool atEnd() const;  ///< EOF: behind the last record, or no record at all
+  /// Every move drops what was set and not kept. At the end a move forward stays there.
   void MoveFirst();
   void MoveNext();
   /// Searches from the current record on (itself included) by "column=value", "column = value" with
@@ -37,7 +38,9 @@ class Recordset {
 
   /// Begins a new record, which is then the current one; it is kept with `Update`.
   void AddNew();
-  /// Sets a column of the current record; it is kept with `Update`.
+  /// Sets a column of the current record; it is kept with `Update`. A text must be wholly of the
+  /// column's kind (`TypeMismatch`, `Overflow`); an invalid value is a null. After a failure all
+  /// that was set is dropped, a new record included.
   void setValue(const QString& field, const QVariant& value);
   /// Writes what was set, in one transaction. A record that somebody else changed since it was read
   /// is an error, never overwritten. After a failure what was set is dropped and the row is old.

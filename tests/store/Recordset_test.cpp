@@ -177,6 +177,41 @@ TEST(Recordset, ReadsManyRowsAsTheyAreInWalksThatBeginAnywhere) {
   }
 }
 
+TEST(Recordset, ReadsAheadTheSameWhetherItsKeysStandCloseFarApartOrInAnotherOrder) {
+  const StoreFixture f;
+  f.store.exec(
+      u"WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i+1 FROM n WHERE i<1200) "
+      u"INSERT INTO XIMU (id,XIMU,R_ID,QIYE_ID) SELECT i, 'goods '||i, i%2, i%10 FROM n"_s);
+  for (const QString& tail : {u""_s, u" WHERE R_ID=1"_s, u" WHERE QIYE_ID=3"_s,
+                              u" ORDER BY id DESC"_s, u" WHERE R_ID=0 ORDER BY QIYE_ID, id"_s}) {
+    Recordset set = f.open(u"SELECT * FROM XIMU"_s + tail);
+    QStringList expected;
+    for (const auto& row : f.store.rows(u"SELECT XIMU FROM XIMU"_s + tail)) {
+      expected.append(row.first().toString());
+    }
+    EXPECT_EQ(column(set, u"XIMU"_s), expected) << tail.toStdString();
+  }
+}
+
+TEST(Recordset, RowsDeletedAheadOfAWalkFailAloneWhereverTheyStand) {
+  const StoreFixture f;
+  f.store.exec(
+      u"WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i+1 FROM n WHERE i<600) "
+      u"INSERT INTO XIMU (id) SELECT i FROM n"_s);
+  Recordset set = f.open(u"SELECT * FROM XIMU"_s);
+  f.store.exec(u"DELETE FROM XIMU WHERE id IN (1,2,100,101,300,599,600)"_s);
+  int id = 0;
+  QList<int> failed;
+  for (; !set.atEnd(); set.MoveNext()) {
+    ++id;
+    if (storeErrorOf([&] { EXPECT_EQ(set.text(u"id"_s), QString::number(id)); }) ==
+        u"记录已被删除"_s) {
+      failed.append(id);
+    }
+  }
+  EXPECT_EQ(failed, (QList<int>{1, 2, 100, 101, 300, 599, 600}));
+}
+
 TEST(Recordset, KeepsItsRowsAndShowsTheValuesOfTheMomentWhenARecordIsFound) {
   const StoreFixture f;
   f.store.exec(threeGoods);
