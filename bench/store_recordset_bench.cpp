@@ -190,7 +190,7 @@ double microsecondsOfFind(const QString& path, int rows) {
 
 int main() {
   try {
-    const QTemporaryDir folder(QStringLiteral("store_bench_XXXXXX"));
+    const QTemporaryDir folder(QStringLiteral("store_bench"));
     const QString path = fileWithGoods(folder, goodsRows);
     bool held = walk(path);
     const QString file = fileWithGoods(folder, updateRows);
