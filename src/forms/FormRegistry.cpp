@@ -41,12 +41,12 @@ void FormRegistry::sweep() {
   // In an inner event loop a handler of the form may stand further out on the stack, and a deferred
   // deletion would not wait for that one.
   if (QThread::currentThread()->loopLevel() > 1) return;
-  std::erase_if(discarded_, [](const QPointer<QWidget>& widget) {
+  // A form is kept here until it is gone: what it holds must not outlive the state it belongs to.
+  std::erase_if(discarded_, [](const QPointer<QWidget>& widget) { return widget.isNull(); });
+  for (const auto& widget : discarded_) {
     auto* form = qobject_cast<Form*>(widget);
-    if (form != nullptr && form->isBusy()) return false;
-    if (form != nullptr) form->deleteLater();
-    return true;
-  });
+    if (form != nullptr && !form->isBusy()) form->deleteLater();
+  }
 }
 
 void FormRegistry::clear() {

@@ -508,6 +508,15 @@ TEST_F(FormTest, LoadedFormsAreListedInTheOrderOfLoading) {
   EXPECT_EQ(state_->registry.loaded(), (std::vector<Form*>{&two, &one}));
 }
 
+TEST_F(FormTest, AnUnloadedFormThatIsStillToBeDestroyedGoesWithTheStateToo) {
+  auto* form = new LoggingForm(Form::Kind::Window, u"late"_s, log_);
+  form->load();
+  EXPECT_TRUE(form->unload());
+  EXPECT_FALSE(log_.contains(u"late gone"_s));
+  state_.reset();
+  EXPECT_TRUE(log_.contains(u"late gone"_s));
+}
+
 TEST_F(FormTest, FormsGoWithTheirState) {
   QPointer<FrmOne> loaded = &qinghe::defaultInstance<FrmOne>();
   QPointer<FrmTwo> unloaded = &qinghe::defaultInstance<FrmTwo>();
