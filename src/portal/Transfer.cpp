@@ -124,7 +124,7 @@ void Transfer::hopEnded(CURLcode result) {
     start();
   } else if (result != CURLE_OK) {
     fail(QString::fromLatin1(curl_easy_strerror(result)));
-  } else if (!headWhole_ || status < 200) {
+  } else if (!headWhole_) {
     fail(u"the answer ends within its head"_s);  // which curl takes for an empty one
   } else if (!place.isEmpty()) {
     redirect(status, place);

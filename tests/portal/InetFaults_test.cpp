@@ -47,6 +47,7 @@ const BrokenRow brokenRows[] = {
     {"HalfAHead", "HTTP/1.1 200 OK\r\nContent-Le"},
     {"AHeadWithoutItsEnd", "HTTP/1.1 200 OK\r\nServer: x\r\n"},
     {"OnlyAContinue", "HTTP/1.1 100 Continue\r\n\r\n"},
+    {"AFewBytesBehindAContinue", "HTTP/1.1 100 Continue\r\n\r\nHTT"},
     {"HalfAHeadBehindAContinue", "HTTP/1.1 100 Continue\r\n\r\nHTTP/1.1 200 OK\r\n"},
     {"ShorterThanItsLength", "HTTP/1.1 200 OK\r\nContent-Length: 10\r\n\r\nstart_pos"},
     {"NoneOfItsLength", "HTTP/1.1 200 OK\r\nContent-Length: 10\r\n\r\n"},
