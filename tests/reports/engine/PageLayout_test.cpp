@@ -33,8 +33,12 @@ TEST(PageLayout, FillsPagesAtExactOneBelowAndOneAbove) {
 TEST(PageLayout, CountsTenthsOfMillimetresWithoutLosingARow) {
   ReportLayout layout = flatLayout();
   layout.detail.height = 0.1;
-  PageLayout pages(layout, numbers(300), kDay, paperWithBody(30));
-  EXPECT_EQ(pages.pageCount(), 1);
+  for (int rows = 1; rows <= 300; ++rows) {
+    PageLayout exact(layout, numbers(rows), kDay, paperWithBody(rows * 0.1));
+    EXPECT_EQ(exact.pageCount(), 1) << rows;
+    PageLayout above(layout, numbers(rows + 1), kDay, paperWithBody(rows * 0.1));
+    EXPECT_EQ(above.pageCount(), 2) << rows;
+  }
 }
 
 TEST(PageLayout, PlacesBoxesInMillimetresFromThePaperCorner) {
