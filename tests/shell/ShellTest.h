@@ -46,12 +46,12 @@ class ShellTest : public testing::Test {
     auto seat = std::make_unique<ScriptedPrompts>();
     prompts = seat.get();
     state.forms.prompts = std::move(seat);
-    auto scriptedLinks = std::make_unique<ScriptedLinks>();
-    links = scriptedLinks.get();
-    state.links = std::move(scriptedLinks);
-    auto scriptedDialer = std::make_unique<ScriptedDialer>();
-    dialer = scriptedDialer.get();
-    state.dialer = std::move(scriptedDialer);
+    auto fakeLinks = std::make_unique<FakeLinks>();
+    links = fakeLinks.get();
+    state.links = std::move(fakeLinks);
+    auto fakeDialer = std::make_unique<FakeDialer>();
+    dialer = fakeDialer.get();
+    state.dialer = std::move(fakeDialer);
   }
 
   QString settingsPath() const { return folder.filePath(u"settings/qinghe.ini"_s); }
@@ -59,8 +59,8 @@ class ShellTest : public testing::Test {
   QTemporaryDir folder;
   AppState state;
   ScriptedPrompts* prompts = nullptr;
-  ScriptedLinks* links = nullptr;
-  ScriptedDialer* dialer = nullptr;
+  FakeLinks* links = nullptr;
+  FakeDialer* dialer = nullptr;
 };
 
 inline std::string utf8(const QString& text) {
