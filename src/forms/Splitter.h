@@ -6,9 +6,9 @@ class QMouseEvent;
 
 namespace qinghe {
 
-/// Two panes, side by side or one above the other, with a bar between them that the mouse drags. The
-/// bar turns black while it is dragged; a release nearer than `leastPane` to either edge puts it
-/// back. The bar's `objectName` is "Splitter". It is 3 pixels wide, and a margin of 2 pixels on
+/// Two panes, side by side or one above the other, with a bar between them that the mouse drags.
+/// The bar turns black while it is dragged; a release nearer than `leastPane` to either edge puts
+/// it back. The bar's `objectName` is "Splitter". It is 3 pixels wide, and a margin of 2 pixels on
 /// either side of it can be grabbed, too.
 class SplitPane : public QWidget {
   Q_OBJECT

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QList>
 #include <QString>
 #include <memory>
 
@@ -8,6 +9,7 @@
 #include "portal/Inet.h"
 #include "portal/PortalState.h"
 #include "shell/LinkMonitor.h"
+#include "shell/PeerEntry.h"
 #include "shell/Settings.h"
 #include "shell/Tray.h"
 #include "store/GetData.h"
@@ -47,6 +49,12 @@ struct AppState : PortalState {
   QString gUserNo;
   QString gUserName;
   qint16 gUserLevel = 0;  ///< 0 free, 1 formal, 2 VIP
+  qint32 gPartnerId = 0;  ///< the enterprise that the next screen is about
+  QString gPartnerName;
+  QList<PeerEntry> gPeers;  ///< the messenger's slots, one for each of its sockets
+
+  qint32 peerPort = 8088;  ///< where the messenger listens, and where it looks for every partner
+  QString peerAddress;     ///< the one address it listens at; empty for all of the machine
 
   QString programDirectory;  ///< where `DATA.MDB` and the help file lie
   Settings settings;
