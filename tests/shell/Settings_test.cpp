@@ -109,7 +109,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST_F(SettingsTest, ABrokenFileReadsAsUnsetAndTakesNewValues) {
   for (const QByteArray& broken :
-       {QByteArray("\0\1\2\xff\xfe garbage [[[ = \n=\n[config", 32), QByteArray(100'000, '\xd6'),
+       {QByteArray("\0\1\2\xff\xfe garbage [[[ = \n=\n[config", 30), QByteArray(100'000, '\xd6'),
         QByteArray("[config]\nWebServer=\"unclosed\\")}) {
     write(broken);
     EXPECT_EQ(settings.number(u"PageSize"_s), 0);
