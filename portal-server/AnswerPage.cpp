@@ -30,9 +30,9 @@ void appendText(std::string& out, std::string_view text) {
                      text.find('>') == std::string_view::npos &&
                      text.find('\r') == std::string_view::npos;
   if (plain) {
-    out += text;
+    appendCodePage(out, text);
   } else {
-    out += storedText(text);
+    appendCodePage(out, storedText(text));
   }
 }
 
@@ -40,7 +40,9 @@ void appendText(std::string& out, std::string_view text) {
 
 AnswerPage::AnswerPage() {
   page_.reserve(8 * 1024);
-  page_.append(head).append("<table id=\"start_pos\" border=\"1\">\n");
+  static const std::string beginning =
+      codePageFromUtf8(head).append("<table id=\"start_pos\" border=\"1\">\n");
+  page_ += beginning;
 }
 
 void AnswerPage::beginRow() {
@@ -85,7 +87,7 @@ void AnswerPage::number(std::int64_t number) {
 
 PortalAnswer AnswerPage::finish() && {
   page_ += "</table>\n</body></html>\n";
-  return {.body = codePageFromUtf8(page_)};
+  return {.body = std::move(page_)};
 }
 
 PortalAnswer numberAnswer(std::int64_t number) {

@@ -27,7 +27,7 @@ class AnswerPage final : public RowSink {
   PortalAnswer finish() &&;
 
  private:
-  std::string page_;
+  std::string page_;  // code page bytes
   int rows_ = 0;
 };
 

@@ -70,16 +70,19 @@ std::string answerHead(const PortalAnswer& page, bool http11, bool keep) {
 }  // namespace
 
 HttpConnection::HttpConnection(HttpServer& server, net::ip::tcp::socket socket)
-    : server_(server), stream_(std::move(socket)), address_(addressOf(stream_.socket())) {
+    : server_(server), socket_(std::move(socket)), address_(addressOf(socket_)) {
   boost::system::error_code ignored;
-  stream_.socket().set_option(net::ip::tcp::no_delay(true), ignored);
-  stream_.socket().non_blocking(true, ignored);
+  socket_.set_option(net::ip::tcp::no_delay(true), ignored);
+  socket_.non_blocking(true, ignored);
   server_.connections_.insert(this);
 }
 
 HttpConnection::~HttpConnection() {
   server_.connections_.erase(this);
-  if (server_.stopping_ && server_.connections_.empty()) server_.farewellTimer_.cancel();
+  if (server_.stopping_ && server_.connections_.empty()) {
+    server_.farewellTimer_.cancel();
+    server_.watchTimer_.cancel();
+  }
 }
 
 void HttpConnection::stopIfIdle() {
@@ -87,7 +90,22 @@ void HttpConnection::stopIfIdle() {
 }
 
 void HttpConnection::cut() {
-  stream_.close();
+  boost::system::error_code ignored;
+  socket_.close(ignored);
+}
+
+void HttpConnection::cutIfLate(std::chrono::steady_clock::time_point now) {
+  if (now < deadline_) return;
+  deadline_ = never;
+  if (!idle_) {
+    server_.log_.note(address_ + " cut off: too slow");
+    server_.scheduleFlush();
+  }
+  cut();
+}
+
+void HttpConnection::allow(std::chrono::milliseconds time) {
+  deadline_ = std::chrono::steady_clock::now() + time;
 }
 
 net::awaitable<void> HttpConnection::serve() {
@@ -95,6 +113,8 @@ net::awaitable<void> HttpConnection::serve() {
   for (bool goOn = true; goOn && !server_.stopping_;) {
     const Incoming incoming = co_await receive();
     if (incoming.refused == 0 && !incoming.complete) break;
+    // While the answer is made, nothing is the client's to do.
+    deadline_ = never;
     const auto began = std::chrono::steady_clock::now();
     PortalRequest request{.path = {}, .parameters = {}, .address = address_, .host = {}};
     PortalAnswer page = co_await answer(incoming, request);
@@ -103,18 +123,18 @@ net::awaitable<void> HttpConnection::serve() {
     if (incoming.refused != 0) co_await drain();
   }
   boost::system::error_code ignored;
-  stream_.socket().shutdown(net::ip::tcp::socket::shutdown_send, ignored);
+  socket_.shutdown(net::ip::tcp::socket::shutdown_send, ignored);
 }
 
 // Closing while the rest of a refused request still arrives would reset the connection, and the
 // client would never see why.
 net::awaitable<void> HttpConnection::drain() {
   boost::system::error_code ignored;
-  stream_.socket().shutdown(net::ip::tcp::socket::shutdown_send, ignored);
-  stream_.expires_after(drainTime);
+  socket_.shutdown(net::ip::tcp::socket::shutdown_send, ignored);
+  allow(drainTime);
   for (std::size_t drained = 0; drained < mostDrained;) {
     buffer_.clear();
-    const auto [error, size] = co_await stream_.async_read_some(buffer_.prepare(readAtOnce), plain);
+    const auto [error, size] = co_await socket_.async_read_some(buffer_.prepare(readAtOnce), plain);
     if (error) co_return;
     drained += size;
   }
@@ -161,7 +181,7 @@ net::awaitable<HttpConnection::Incoming> HttpConnection::receive() {
 net::awaitable<std::size_t> HttpConnection::receiveHead(Incoming& incoming) {
   idle_ = buffer_.size() == 0;
   bool bounded = !idle_;
-  stream_.expires_after(idle_ ? server_.limits_.idle : server_.limits_.transfer);
+  allow(idle_ ? server_.limits_.idle : server_.limits_.transfer);
   std::size_t searched = 0;
   for (;;) {
     const std::string_view got = viewOf(buffer_);
@@ -183,14 +203,9 @@ net::awaitable<std::size_t> HttpConnection::receiveHead(Incoming& incoming) {
     if (!bounded && !got.empty()) {
       // From its first byte on, a request has to come within one bound, however it dribbles.
       bounded = true;
-      stream_.expires_after(server_.limits_.transfer);
+      allow(server_.limits_.transfer);
     }
-    const auto [error, size] = co_await stream_.async_read_some(buffer_.prepare(readAtOnce), plain);
-    if (error == beast::error::timeout && buffer_.size() > 0) {
-      incoming.note = "too slow";
-      server_.log_.note(address_ + " cut off: too slow");
-      server_.scheduleFlush();
-    }
+    const auto [error, size] = co_await socket_.async_read_some(buffer_.prepare(readAtOnce), plain);
     if (error) co_return 0;
     idle_ = false;
     buffer_.commit(size);
@@ -198,11 +213,11 @@ net::awaitable<std::size_t> HttpConnection::receiveHead(Incoming& incoming) {
 }
 
 net::awaitable<void> HttpConnection::receiveBody(Parser& parser, Incoming& incoming) {
-  stream_.expires_after(server_.limits_.transfer);
+  allow(server_.limits_.transfer);
   if (sameName(viewOf(parser.get()[http::field::expect]), "100-continue")) {
-    co_await net::async_write(stream_, net::buffer(continueLine), plain);
+    co_await net::async_write(socket_, net::buffer(continueLine), plain);
   }
-  const auto [error, size] = co_await http::async_read(stream_, buffer_, parser, plain);
+  const auto [error, size] = co_await http::async_read(socket_, buffer_, parser, plain);
   if (!error) co_return;
   if (error == http::error::body_limit) {
     incoming.refused = 413;
@@ -236,11 +251,11 @@ net::awaitable<bool> HttpConnection::send(const Incoming& incoming, PortalAnswer
   if (incoming.method != "HEAD") wire += page.body;
   // Nearly every answer fits the socket's buffer at once; only the rest of one is waited for.
   boost::system::error_code error;
-  std::size_t sent = stream_.socket().write_some(net::buffer(wire), error);
+  std::size_t sent = socket_.write_some(net::buffer(wire), error);
   if (error == net::error::would_block) error.clear();
   if (!error && sent < wire.size()) {
-    stream_.expires_after(server_.limits_.transfer);
-    std::tie(error, sent) = co_await net::async_write(stream_, net::buffer(wire) + sent, plain);
+    allow(server_.limits_.transfer);
+    std::tie(error, sent) = co_await net::async_write(socket_, net::buffer(wire) + sent, plain);
   }
   co_return !error && keep;
 }

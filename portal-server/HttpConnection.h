@@ -1,10 +1,11 @@
 #pragma once
 
 #include <boost/asio/awaitable.hpp>
+#include <boost/asio/ip/tcp.hpp>
 #include <boost/beast/core/flat_buffer.hpp>
-#include <boost/beast/core/tcp_stream.hpp>
 #include <boost/beast/http/parser.hpp>
 #include <boost/beast/http/string_body.hpp>
+#include <chrono>
 #include <memory>
 #include <optional>
 #include <string>
@@ -23,8 +24,11 @@ class HttpConnection : public std::enable_shared_from_this<HttpConnection> {
   boost::asio::awaitable<void> serve();
   void stopIfIdle();
   void cut();
+  /// Cuts the connection if the client has let its time run out.
+  void cutIfLate(std::chrono::steady_clock::time_point now);
 
  private:
+  static constexpr auto never = std::chrono::steady_clock::time_point::max();
   using Parser = boost::beast::http::request_parser<boost::beast::http::string_body>;
 
   /// What came, or the status to turn it away with.
@@ -45,16 +49,19 @@ class HttpConnection : public std::enable_shared_from_this<HttpConnection> {
   boost::asio::awaitable<std::size_t> receiveHead(Incoming& incoming);
   boost::asio::awaitable<void> receiveBody(Parser& parser, Incoming& incoming);
   boost::asio::awaitable<void> drain();
+  /// From now on the client has so long for what it has to do.
+  void allow(std::chrono::milliseconds time);
   boost::asio::awaitable<bool> send(const Incoming& incoming, PortalAnswer answer);
   boost::asio::awaitable<PortalAnswer> answer(const Incoming& incoming, PortalRequest& request);
   void log(const PortalRequest& request, const PortalAnswer& answer, std::size_t bytes,
            std::chrono::steady_clock::time_point began);
 
   HttpServer& server_;
-  boost::beast::tcp_stream stream_;
+  boost::asio::ip::tcp::socket socket_;
   boost::beast::flat_buffer buffer_;
   std::string address_;
   bool idle_ = true;
+  std::chrono::steady_clock::time_point deadline_ = never;
 };
 
 }  // namespace qinghe::portal_server

@@ -15,6 +15,7 @@ namespace net = boost::asio;
 namespace {
 
 constexpr auto flushAfter = std::chrono::milliseconds(200);
+constexpr auto watchPause = std::chrono::milliseconds(100);
 constexpr auto acceptPause = std::chrono::milliseconds(50);
 constexpr auto plain = net::as_tuple(net::use_awaitable);
 
@@ -27,7 +28,8 @@ HttpServer::HttpServer(net::io_context& context, Portal& portal, RequestLog& log
       limits_(limits),
       acceptor_(context),
       flushTimer_(context),
-      farewellTimer_(context) {}
+      farewellTimer_(context),
+      watchTimer_(context) {}
 
 HttpServer::~HttpServer() {
   writer_.join();
@@ -39,6 +41,7 @@ HttpServer::Tcp::endpoint HttpServer::listen(const Tcp::endpoint& endpoint) {
   acceptor_.bind(endpoint);
   acceptor_.listen(net::socket_base::max_listen_connections);
   net::co_spawn(context_, accept(), net::detached);
+  net::co_spawn(context_, watch(), net::detached);
   return acceptor_.local_endpoint();
 }
 
@@ -48,7 +51,10 @@ void HttpServer::stop() {
   boost::system::error_code ignored;
   acceptor_.close(ignored);
   for (HttpConnection* connection : connections_) connection->stopIfIdle();
-  if (connections_.empty()) return;
+  if (connections_.empty()) {
+    watchTimer_.cancel();
+    return;
+  }
   farewellTimer_.expires_after(limits_.farewell);
   farewellTimer_.async_wait([this](boost::system::error_code error) {
     if (error) return;
@@ -75,6 +81,16 @@ net::awaitable<void> HttpServer::accept() {
     auto connection = std::make_shared<HttpConnection>(*this, std::move(socket));
     net::co_spawn(
         context_, [connection] { return connection->serve(); }, net::detached);
+  }
+}
+
+// One look at all connections now and then costs less than a timer for each read and write.
+net::awaitable<void> HttpServer::watch() {
+  while (!stopping_ || !connections_.empty()) {
+    watchTimer_.expires_after(watchPause);
+    co_await watchTimer_.async_wait(plain);
+    const auto now = std::chrono::steady_clock::now();
+    for (HttpConnection* connection : connections_) connection->cutIfLate(now);
   }
 }
 

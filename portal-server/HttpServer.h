@@ -38,6 +38,7 @@ class HttpServer {
   boost::asio::awaitable<void> accept();
   boost::asio::awaitable<PortalAnswer> answered(PortalRequest request);
   void scheduleFlush();
+  boost::asio::awaitable<void> watch();
 
   boost::asio::io_context& context_;
   Portal& portal_;
@@ -48,6 +49,7 @@ class HttpServer {
   boost::asio::thread_pool writer_{1};
   boost::asio::steady_timer flushTimer_;
   boost::asio::steady_timer farewellTimer_;
+  boost::asio::steady_timer watchTimer_;
   bool flushDue_ = false;
   bool stopping_ = false;
   std::set<HttpConnection*> connections_;

@@ -103,17 +103,21 @@ std::string utf8FromCodePage(std::string_view bytes) {
 }
 
 std::string codePageFromUtf8(std::string_view text) {
-  static const CodePageBytes table;
   std::string bytes;
   bytes.reserve(text.size());
-  for (std::size_t at = 0; at < text.size();) {
-    std::size_t end = at;
-    while (end < text.size() && static_cast<unsigned char>(text[end]) < 0x80) ++end;
-    bytes.append(text.substr(at, end - at));
-    at = end;
-    if (at < text.size()) table.append(bytes, nextCharacter(text, at));
-  }
+  appendCodePage(bytes, text);
   return bytes;
+}
+
+void appendCodePage(std::string& bytes, std::string_view utf8) {
+  static const CodePageBytes table;
+  for (std::size_t at = 0; at < utf8.size();) {
+    std::size_t end = at;
+    while (end < utf8.size() && static_cast<unsigned char>(utf8[end]) < 0x80) ++end;
+    bytes.append(utf8.substr(at, end - at));
+    at = end;
+    if (at < utf8.size()) table.append(bytes, nextCharacter(utf8, at));
+  }
 }
 
 std::string storedText(std::string_view text) {

@@ -15,6 +15,9 @@ std::string utf8FromCodePage(std::string_view bytes);
 /// A whole page as code page bytes; what does not fit the code page becomes "?".
 std::string codePageFromUtf8(std::string_view text);
 
+/// The same, appended to what is there.
+void appendCodePage(std::string& bytes, std::string_view utf8);
+
 /// Text as it is kept and shown: no angle bracket but those of "<br>" is left bare, line ends
 /// become "<br>", zero bytes go.
 std::string storedText(std::string_view text);
