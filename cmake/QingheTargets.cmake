@@ -53,12 +53,3 @@ function(qinghe_test name)
     TIMEOUT ${ARG_TIMEOUT}
     ENVIRONMENT "QT_QPA_PLATFORM=offscreen;TZ=UTC;LC_ALL=C.UTF-8")
 endfunction()
-
-# qinghe_benchmark(NAME SOURCES a_bench.cpp ... [DEPENDS lib ...])
-function(qinghe_benchmark name)
-  cmake_parse_arguments(ARG "" "" "SOURCES;DEPENDS" ${ARGN})
-  add_executable(${name} ${ARG_SOURCES})
-  set_target_properties(${name} PROPERTIES AUTOMOC ON)
-  target_link_libraries(${name} PRIVATE ${ARG_DEPENDS} benchmark::benchmark qinghe_flags)
-  target_include_directories(${name} PRIVATE "${CMAKE_SOURCE_DIR}")
-endfunction()
