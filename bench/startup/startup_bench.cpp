@@ -43,8 +43,9 @@ Sample run(const QString& program, const QString& configuration) {
 Sample median(std::vector<Sample> samples) {
   const auto middle = samples.begin() + static_cast<std::ptrdiff_t>(samples.size() / 2);
   Sample result;
-  std::nth_element(samples.begin(), middle, samples.end(),
-                   [](const Sample& a, const Sample& b) { return a.milliseconds < b.milliseconds; });
+  std::nth_element(samples.begin(), middle, samples.end(), [](const Sample& a, const Sample& b) {
+    return a.milliseconds < b.milliseconds;
+  });
   result.milliseconds = middle->milliseconds;
   std::nth_element(samples.begin(), middle, samples.end(),
                    [](const Sample& a, const Sample& b) { return a.mebibytes < b.mebibytes; });

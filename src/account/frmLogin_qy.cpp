@@ -167,7 +167,7 @@ bool frmLogin_qy::LoginLocal() {
     // The texts go in as they stand: a quote in one breaks the statement, which is a refusal.
     const RecordsetPtr user =
         store.GetQYXX(u"SELECT *  FROM QYXX WHERE user_no='"_s + cmbUser_no->currentText() +
-                     u"' and user_pass='"_s + txtPassword->text() + u"'"_s);
+                      u"' and user_pass='"_s + txtPassword->text() + u"'"_s);
     if (user->RecordCount() < 1) return false;
     app().gLocalId = toInt16(user->text(u"id"_s));
     app().gQiyeId = toInt16(user->text(u"R_ID"_s));

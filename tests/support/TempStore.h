@@ -15,7 +15,7 @@ class TempStore {
   QString path() const;
 
   void exec(const QString& sql) const;
-  QVariant value(const QString& sql) const;              ///< first column of the first row
+  QVariant value(const QString& sql) const;  ///< first column of the first row
   QList<QVariantList> rows(const QString& sql) const;
 
  private:

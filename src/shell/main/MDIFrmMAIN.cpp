@@ -71,8 +71,9 @@ void MDIFrmMAIN::buildCommands() {
   bar->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
   bar->setMovable(false);
   for (const Command& entry : table_) {
-    QAction* action = qinghe::isSeparator(entry) ? mnuSystem->addSeparator()
-                                         : mnuSystem->addAction(iconFor(entry.name), entry.caption);
+    QAction* action = qinghe::isSeparator(entry)
+                          ? mnuSystem->addSeparator()
+                          : mnuSystem->addAction(iconFor(entry.name), entry.caption);
     action->setObjectName(entry.name);
     actions_[entry.name] = action;
     if (entry.neverOffered) {
