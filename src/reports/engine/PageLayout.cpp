@@ -112,13 +112,13 @@ double PageLayout::keptTogether() const {
   return height;
 }
 
-void PageLayout::fillDetails(double* y, double bottom, bool mustPlace, const Sink& sink) {
+/// As many detail rows as fit, at least the one that was found to fit.
+void PageLayout::fillDetails(double* y, double bottom, const Sink& sink) {
   const double height = heightOf(layout_.detail);
   const double room = std::max(0.0, bottom - *y);
   const qint64 left = cursor_.detailsLeft();
   qint64 fitting = static_cast<qint64>(std::min((room + kTolerance) / height, 1e15));
-  if (mustPlace) fitting = std::max<qint64>(fitting, 1);
-  fitting = std::min(fitting, left);
+  fitting = std::clamp<qint64>(fitting, 1, left);
   if (sink) {
     for (qint64 i = 0; i < fitting; ++i) {
       const double top = *y + static_cast<double>(i) * height;
@@ -154,7 +154,7 @@ void PageLayout::fill(bool first, const Sink& sink) {
     if (needed > std::max(fullBody, height) + kTolerance) needed = height;
     if (placed && y + needed > bottom + kTolerance) return;
     if (cursor_.band() == Band::Detail) {
-      fillDetails(&y, bottom, !placed, sink);
+      fillDetails(&y, bottom, sink);
     } else {
       if (sink) sink(section, y, bottom - y, false);
       y += height;

@@ -64,7 +64,7 @@ class PageLayout {
 
   void fill(bool first, const Sink& sink);
   double startPage(bool first, const Sink& sink, bool* placed);
-  void fillDetails(double* y, double bottom, bool mustPlace, const Sink& sink);
+  void fillDetails(double* y, double bottom, const Sink& sink);
   double keptTogether() const;
   double bodyBottom() const;
   void place(const ReportSection& section, double top, double room, bool ofPage, ReportPage* page);

@@ -191,6 +191,17 @@ TEST(PageLayout, LeavesAFieldOfALowerLevelEmptyInAnEmptyGroup) {
   EXPECT_EQ(textsOf(pages.page(0)), (QStringList{u"G1"_s, u"0"_s, QString()}));
 }
 
+TEST(PageLayout, AddsUpTenthsOfMillimetresOverGroupsWithoutLosingASection) {
+  ReportLayout layout = groupedLayout();
+  layout.groups[0].header.height = 0.1;
+  layout.detail.height = 0.1;
+  layout.groups[0].footer.height = 0.1;
+  for (int groups = 1; groups <= 60; ++groups) {
+    PageLayout pages(layout, grouped(QList<int>(groups, 1)), kDay, paperWithBody(groups * 0.3));
+    EXPECT_EQ(pages.pageCount(), 1) << groups;
+  }
+}
+
 TEST(PageLayout, PrintsGroupsWhoseChildSetIsMissing) {
   auto top = memorySet(u"outer"_s, {u"name"_s}, {{u"G1"_s}});
   PageLayout pages(groupedLayout(), top, kDay);
