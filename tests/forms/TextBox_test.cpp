@@ -120,6 +120,19 @@ TEST_F(TextBoxTest, TheSameTextWithOtherLineBreaksIsNoChange) {
   EXPECT_EQ(changed.count(), 0);
 }
 
+TEST_F(TextBoxTest, TypingTheSameTextOverItselfIsNoChange) {
+  open();
+  for (auto* box : {price_, memo_}) {
+    box->setText(u"x"_s);
+    box->setFocus();
+    box->selectAll();
+    QSignalSpy changed(box, &TextBox::changed);
+    QTest::keyClicks(box->editor(), u"x"_s);
+    EXPECT_EQ(box->text(), u"x"_s);
+    EXPECT_EQ(changed.count(), 0);
+  }
+}
+
 TEST_F(TextBoxTest, TheTagIsCarriedAlongWithoutAChange) {
   QSignalSpy changed(price_, &TextBox::changed);
   price_->Tag = u"12"_s;
@@ -264,7 +277,7 @@ TEST_F(TextBoxTest, AMessageBoxInValidateIsAskedOnce) {
   inValidate_ = [this] {
     QDialog box(&form_);
     QTimer::singleShot(0, &box, [&] {
-      EXPECT_TRUE(QTest::qWaitForWindowActive(&box));
+      EXPECT_TRUE(QTest::qWaitFor([&] { return QApplication::activeWindow() == &box; }));
       box.accept();
     });
     box.exec();
@@ -317,6 +330,29 @@ TEST_F(TextBoxTest, ValidateIsNotAskedAtASwitchOfWindows) {
   other.showForm();
   ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
   edit->setFocus();
+  EXPECT_EQ(asked_, 0);
+}
+
+TEST_F(TextBoxTest, ValidateIsNotAskedOnTheWayToAnotherChildOfTheFrame) {
+  frame();
+  auto* a = new LoggingForm(qinghe::Form::Kind::Child, u"A"_s, log_);
+  auto* box = new TextBox(u"Text1"_s, Lines::One, a);
+  box->onValidate = [this] {
+    ++asked_;
+    return false;
+  };
+  a->load();
+  auto* b = new LoggingForm(qinghe::Form::Kind::Child, u"B"_s, log_);
+  auto* edit = new QLineEdit(b);
+  b->load();
+  settle();
+  frame().setActiveSubWindow(windowOf(*a));
+  box->setFocus();
+  ASSERT_TRUE(box->editor()->hasFocus());
+  QTest::mouseClick(edit, Qt::LeftButton);
+  EXPECT_TRUE(edit->hasFocus());
+  box->setFocus();
+  edit->setFocus(Qt::TabFocusReason);
   EXPECT_EQ(asked_, 0);
 }
 

@@ -115,6 +115,18 @@ TEST_F(ToolbarTest, ShortcutsOfSeveralOpenChildrenDoNotClash) {
   EXPECT_EQ(b->keys, QStringList{u"Save"_s});
 }
 
+TEST_F(ToolbarTest, AShortcutListensOnlyWhileTheFocusIsInItsForm) {
+  auto* outside = new QLineEdit;
+  frameWindow().setMenuWidget(outside);
+  auto* a = new BarForm(u"A"_s);
+  a->load();
+  settle();
+  outside->setFocus();
+  ASSERT_TRUE(outside->hasFocus());
+  QTest::keyClick(outside, Qt::Key_S, Qt::ControlModifier);
+  EXPECT_EQ(a->keys, QStringList{});
+}
+
 TEST_F(ToolbarTest, CtrlWWorksInAMaximizedChildToo) {
   frame();
   auto* a = new BarForm(u"A"_s);
