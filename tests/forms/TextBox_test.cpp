@@ -144,7 +144,7 @@ TEST_F(TextBoxTest, PastedMarkupArrivesAsItsPlainText) {
   open();
   auto* mime = new QMimeData;
   mime->setText(u"bold"_s);
-  mime->setHtml(u"<b>bold</b>"_s);
+  mime->setData(u"text/html"_s, "<b>bold</b>");
   QApplication::clipboard()->setMimeData(mime);
   memo_->setFocus();
   QTest::keyClick(memo_->editor(), Qt::Key_V, Qt::ControlModifier);
