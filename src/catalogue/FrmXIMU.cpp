@@ -18,6 +18,7 @@ EditorLook goodsLook() {
       .listColumnInset = 4,
       .rowIcon = u"Ximu"_s,
       .newRowText = u"新添商品"_s,
+      .searchBox = true,
       .fields = {{.index = 0, .label = u"行    业"_s, .industry = true},
                  {.index = 1, .label = u"编    号"_s, .afterAdd = u"NO"_s},
                  {.index = 2, .label = u"名    称"_s, .afterAdd = u"新添商品"_s},

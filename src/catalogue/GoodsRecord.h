@@ -44,5 +44,8 @@ struct LocalRecordKind {
 
 /// Goods, table `XIMU`.
 const LocalRecordKind& localGoods();
+/// Services, table `FUWU`, in the columns of the goods. The attribute text is shown, and neither
+/// written nor sent.
+const LocalRecordKind& localServices();
 
 }  // namespace qinghe

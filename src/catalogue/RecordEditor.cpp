@@ -54,13 +54,15 @@ RecordEditor::RecordEditor(const EditorLook& look)
 
 QWidget* RecordEditor::buildListPane() {
   auto* pane = new QWidget(this);
-  auto* search = new TextBox(u"txtSelect"_s, TextBox::Lines::One, pane);
-  search->editor()->setAccessibleName(u"查找"_s);
   ListView1->setCheckBoxes(true);
   ListView1->setAccessibleName(look_.listColumn);
   auto* column = new QVBoxLayout(pane);
   column->setContentsMargins(6, 6, 2, 6);
-  column->addWidget(search);
+  if (look_.searchBox) {
+    auto* search = new TextBox(u"txtSelect"_s, TextBox::Lines::One, pane);
+    search->editor()->setAccessibleName(u"查找"_s);
+    column->addWidget(search);
+  }
   column->addWidget(ListView1, 1);
   return pane;
 }
@@ -89,7 +91,8 @@ void RecordEditor::addField(QGridLayout& grid, const EditorField& field) {
   const int row = grid.rowCount();
   if (!field.label.isEmpty()) {
     auto* label = new QLabel(field.label, this);
-    label->setObjectName(member(u"LabelXM"_s, field.index));
+    label->setObjectName(field.labelName.isEmpty() ? member(u"LabelXM"_s, field.index)
+                                                   : field.labelName);
     label->setTextFormat(Qt::PlainText);
     label->setBuddy(box->editor());
     grid.addWidget(label, row, 0, field.memo ? Qt::AlignTop : Qt::AlignVCenter);
@@ -137,7 +140,9 @@ void RecordEditor::addRow() {
 }
 
 void RecordEditor::clearFields() {
-  for (const auto& [index, box] : fields_) box->setText({});
+  for (const EditorField& field : look_.fields) {
+    if (!field.keptByAdd) txtFields(field.index)->setText({});
+  }
 }
 
 void RecordEditor::setFieldsAfterAdd() {

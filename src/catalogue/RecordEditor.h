@@ -27,6 +27,8 @@ struct EditorField {
   bool numeric = false;                  ///< refused on leaving unless it is a number
   bool memo = false;                     ///< many lines
   QString accessibleName = {};           ///< for screen readers, where there is no label
+  QString labelName = {};                ///< the label's name where it is no member of `LabelXM`
+  bool keptByAdd = false;                ///< Add leaves the text of the row shown before
 };
 
 struct EditorButton {
@@ -43,6 +45,7 @@ struct EditorLook {
   int listColumnInset;  ///< the first column is as wide as the list less this, in pixels
   QString rowIcon;
   QString newRowText;  ///< text of a row that Add makes
+  bool searchBox;      ///< has the box `txtSelect`, which nothing reads
   QList<EditorField> fields;
   QList<EditorButton> buttons;
 };

@@ -36,6 +36,7 @@ AppState::AppState()
 }
 
 AppState::~AppState() {
+  forms.registry.clear();  // while what forms may read still stands
   inetQuotes.onBlocking = nullptr;
 }
 

@@ -1,19 +1,13 @@
 #pragma once
 
-#include <QAction>
-#include <QApplication>
-#include <QLineEdit>
-#include <QTest>
-#include <optional>
-
+#include "EditorFixture.h"
 #include "catalogue/FrmXIMU.h"
 #include "portal/url_encode.h"
-#include "support/ClientFixture.h"
 
 namespace qinghe {
 
 /// The local goods register of a company with two goods, one live and known to the portal, one not.
-class GoodsFixture : public ClientFixture {
+class GoodsFixture : public EditorFixture<FrmXIMU> {
  protected:
   GoodsFixture() {
     beCompany(1, 0);
@@ -39,55 +33,6 @@ class GoodsFixture : public ClientFixture {
   void fillUpTo(int count) {
     for (int id = 3; id <= count; ++id) addGoods(id, 0, QStringLiteral("书%1").arg(id), true);
   }
-
-  FrmXIMU& screen() {
-    auto& form = defaultInstance<FrmXIMU>();
-    QApplication::setActiveWindow(form.window());
-    return form;
-  }
-
-  ListView& list() { return *screen().ListView1; }
-  QString status() { return screen().StatusBar1->text(); }
-  QString field(int index) { return screen().txtFields(index)->text(); }
-
-  void press(const QString& key) {
-    QAction* action = screen().Toolbar1->button(key);
-    ASSERT_NE(action, nullptr);
-    ASSERT_TRUE(action->isEnabled()) << key.toStdString();
-    QWidget* button = screen().Toolbar1->widgetForAction(action);
-    QTest::mouseClick(button, Qt::LeftButton);
-  }
-  bool isEnabled(const QString& key) { return screen().Toolbar1->button(key)->isEnabled(); }
-
-  /// Types over the whole field.
-  void type(int index, const QString& text) {
-    QWidget* editor = screen().txtFields(index)->editor();
-    editor->setFocus();
-    screen().txtFields(index)->selectAll();
-    if (auto* line = qobject_cast<QLineEdit*>(editor); line != nullptr) {
-      line->insert(text);
-    } else {
-      screen().txtFields(index)->setText(text);
-    }
-  }
-
-  QPoint pointOf(int row) { return list().visualRect(list().model()->index(row, 0)).center(); }
-  void clickRow(int row) {
-    QTest::mouseClick(list().viewport(), Qt::LeftButton, Qt::NoModifier, pointOf(row));
-  }
-  void clickCheckBox(int row) {
-    QStyleOptionViewItem option;
-    option.initFrom(&list());
-    option.rect = list().visualRect(list().model()->index(row, 0));
-    option.features = QStyleOptionViewItem::HasCheckIndicator | QStyleOptionViewItem::HasDisplay;
-    option.viewItemPosition = QStyleOptionViewItem::OnlyOne;
-    const QRect box =
-        list().style()->subElementRect(QStyle::SE_ItemViewItemCheckIndicator, &option, &list());
-    QTest::mouseClick(list().viewport(), Qt::LeftButton, Qt::NoModifier, box.center());
-  }
-
-  /// The portal takes a save and gives this id.
-  void portalGives(const QString& id) { portal.answerWith({page({{id}})}); }
 };
 
 }  // namespace qinghe

@@ -1,6 +1,7 @@
 #include "shell/main/CommandTable.h"
 
 #include "account/frmLogin_qy.h"
+#include "catalogue/FrmFUWU.h"
 #include "catalogue/FrmXIMU.h"
 #include "shell/FrmINTERNET.h"
 #include "shell/frmSplash.h"
@@ -57,7 +58,7 @@ QList<Command> commandTable(MDIFrmMAIN& frame) {
       never(u"mnuGroup"_s, u"分组"_s),
       never(u"mnuOnline"_s, u"在线"_s),
       separator(u"mnuTemp2"_s),
-      {u"mnuFuwu"_s, u"服务登记(本地)"_s, loggedIn},
+      {u"mnuFuwu"_s, u"服务登记(本地)"_s, loggedIn, false, false, loadScreen<FrmFUWU>},
       {u"mnuXimu"_s, u"商品登记(本地)"_s, loggedIn, false, true, loadScreen<FrmXIMU>},
       separator(u"mnuTemp3"_s),
       {u"mnuFuwu_WEB"_s, u"服务登记"_s, online},
