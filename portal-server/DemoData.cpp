@@ -1,5 +1,7 @@
 #include "DemoData.h"
 
+#include <QDateTime>
+#include <algorithm>
 #include <stdexcept>
 
 #include "column_value.h"
@@ -48,6 +50,33 @@ std::vector<Assignment> rowOf(const Table& table, const DemoData::Sheet& sheet,
   return row;
 }
 
+using Rows = std::vector<std::vector<Assignment>>;
+
+// The moment of a row, as it is kept.
+std::string& momentOf(std::vector<Assignment>& row) {
+  const auto found = std::find_if(row.begin(), row.end(), [](const Assignment& cell) {
+    return cell.column->type == Type::Date;
+  });
+  if (found == row.end()) throw std::logic_error("demo data: a row without its date");
+  return std::get<std::string>(found->value);
+}
+
+// Moves all moments by whole days, so that the newest falls on the day before this one.
+void bringUpToDate(Rows& rows) {
+  const auto parsed = [](const std::string& moment) {
+    return QDateTime::fromString(QString::fromStdString(moment),
+                                 QStringLiteral("yyyy-MM-dd HH:mm:ss"));
+  };
+  std::string newest;
+  for (auto& row : rows) newest = std::max(newest, momentOf(row));
+  const qint64 days = parsed(newest).date().daysTo(QDate::currentDate()) - 1;
+  for (auto& row : rows) {
+    std::string& moment = momentOf(row);
+    const QDateTime moved = parsed(moment).addDays(days);
+    moment = moved.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")).toStdString();
+  }
+}
+
 }  // namespace
 
 std::vector<DemoData::Sheet> DemoData::sheets() {
@@ -61,8 +90,12 @@ bool DemoData::fill(Store& store) {
   store.transact([&](StoreWriter& writer) {
     if (writer.count(storedTable("qyxx"), {}) > 0) return;
     for (const Sheet& sheet : sheets()) {
+      if (sheet.storage == localHistory) continue;
       const Table& table = storedTable(sheet.storage);
-      for (const Line& line : sheet.lines) writer.insert(table, rowOf(table, sheet, line));
+      Rows rows;
+      for (const Line& line : sheet.lines) rows.push_back(rowOf(table, sheet, line));
+      if (sheet.storage == "xixi") bringUpToDate(rows);
+      for (const auto& row : rows) writer.insert(table, row);
     }
     filled = true;
   });

@@ -18,10 +18,17 @@ class DemoData {
     std::vector<Line> lines;
   };
 
+  /// The sheet with the companies' message history, which no portal keeps: it goes into their
+  /// local databases.
+  static constexpr std::string_view localHistory = "local_xixi";
+
   /// All sheets. Throws `std::logic_error` when one is broken.
   static std::vector<Sheet> sheets();
 
   /// Fills the store in one transaction if no enterprise is registered in it. Whether it did.
+  ///
+  /// The inboxes' messages are dated so that the newest is of the day before: with dates of their
+  /// own they would be too old to be kept soon.
   static bool fill(Store& store);
 };
 

@@ -1,6 +1,7 @@
 #include "HttpServer.h"
 
 #include <boost/asio/as_tuple.hpp>
+#include <boost/asio/bind_executor.hpp>
 #include <boost/asio/co_spawn.hpp>
 #include <boost/asio/detached.hpp>
 #include <boost/asio/use_awaitable.hpp>
@@ -29,7 +30,8 @@ HttpServer::HttpServer(net::io_context& context, Portal& portal, RequestLog& log
       acceptor_(context),
       flushTimer_(context),
       farewellTimer_(context),
-      watchTimer_(context) {}
+      watchTimer_(context),
+      houseTimer_(context) {}
 
 HttpServer::~HttpServer() {
   writer_.join();
@@ -42,6 +44,7 @@ HttpServer::Tcp::endpoint HttpServer::listen(const Tcp::endpoint& endpoint) {
   acceptor_.listen(net::socket_base::max_listen_connections);
   net::co_spawn(context_, accept(), net::detached);
   net::co_spawn(context_, watch(), net::detached);
+  net::co_spawn(context_, keepHouse(), net::detached);
   return acceptor_.local_endpoint();
 }
 
@@ -50,6 +53,8 @@ void HttpServer::stop() {
   stopping_ = true;
   boost::system::error_code ignored;
   acceptor_.close(ignored);
+  houseTimer_.cancel();
+  for (net::steady_timer* timer : heldBack_) timer->cancel();
   for (HttpConnection* connection : connections_) connection->stopIfIdle();
   if (connections_.empty()) {
     watchTimer_.cancel();
@@ -98,13 +103,13 @@ net::awaitable<PortalAnswer> HttpServer::answered(PortalRequest request) {
   if (!Portal::unwrapRelay(request)) {
     co_return unmarkedAnswer(200, "refused: the relay serves this portal's own pages");
   }
+  noteVisit(request.address);
   const bool login = Portal::isLogin(request);
   if (login) {
     const auto wait = brake_.admit(request.address, LoginBrake::Clock::now());
     if (!wait) co_return unmarkedAnswer(200, "refused: too many failed logins");
-    if (*wait > LoginBrake::Clock::duration{}) {
-      net::steady_timer timer(context_, *wait);
-      co_await timer.async_wait(plain);
+    if (*wait > LoginBrake::Clock::duration{} && !co_await heldBack(*wait)) {
+      co_return unmarkedAnswer(503, "refused: the server stops");
     }
   }
   if (!Portal::isWrite(request)) co_return portal_.answer(request);
@@ -118,6 +123,55 @@ net::awaitable<PortalAnswer> HttpServer::answered(PortalRequest request) {
     brake_.succeeded(request.address);
   }
   co_return answer;
+}
+
+net::awaitable<bool> HttpServer::heldBack(LoginBrake::Clock::duration wait) {
+  if (stopping_) co_return false;
+  net::steady_timer timer(context_, wait);
+  heldBack_.insert(&timer);
+  co_await timer.async_wait(plain);
+  heldBack_.erase(&timer);
+  co_return !stopping_;
+}
+
+net::awaitable<void> HttpServer::keepHouse() {
+  while (!stopping_) {
+    const auto now = Visits::Clock::now();
+    visits_.forgetBefore(now - portal_.rules().offlineAfter);
+    const auto work = [this, now, seen = visits_.all()]() -> net::awaitable<void> {
+      portal_.keepHouse(seen, now);
+      co_return;
+    };
+    const auto [failure] = co_await net::co_spawn(writer_, work, plain);
+    tellFailure(failure);
+    if (stopping_) break;
+    houseTimer_.expires_after(limits_.house);
+    co_await houseTimer_.async_wait(plain);
+  }
+}
+
+// The request itself does not wait for this; it queues up behind what is written already.
+void HttpServer::noteVisit(const std::string& address) {
+  const auto now = Visits::Clock::now();
+  if (!visits_.note(address, now)) return;
+  net::co_spawn(
+      writer_,
+      [this, visit = Visit{address, now}]() -> net::awaitable<void> {
+        portal_.welcome(visit);
+        co_return;
+      },
+      net::bind_executor(context_,
+                         [this](const std::exception_ptr& failure) { tellFailure(failure); }));
+}
+
+void HttpServer::tellFailure(const std::exception_ptr& failure) {
+  if (!failure) return;
+  try {
+    std::rethrow_exception(failure);
+  } catch (const std::exception& error) {
+    log_.note(std::string("housekeeping failed: ") + error.what());
+    scheduleFlush();
+  }
 }
 
 void HttpServer::scheduleFlush() {

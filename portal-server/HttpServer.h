@@ -5,6 +5,7 @@
 #include <boost/asio/ip/tcp.hpp>
 #include <boost/asio/steady_timer.hpp>
 #include <boost/asio/thread_pool.hpp>
+#include <exception>
 #include <set>
 #include <string>
 
@@ -12,6 +13,7 @@
 #include "LoginBrake.h"
 #include "Portal.h"
 #include "RequestLog.h"
+#include "Visits.h"
 
 namespace qinghe::portal_server {
 
@@ -37,6 +39,11 @@ class HttpServer {
 
   boost::asio::awaitable<void> accept();
   boost::asio::awaitable<PortalAnswer> answered(PortalRequest request);
+  /// Waits out what the brake imposes; false when the server stops before that is over.
+  boost::asio::awaitable<bool> heldBack(LoginBrake::Clock::duration wait);
+  boost::asio::awaitable<void> keepHouse();
+  void noteVisit(const std::string& address);
+  void tellFailure(const std::exception_ptr& failure);
   void scheduleFlush();
   boost::asio::awaitable<void> watch();
 
@@ -50,6 +57,9 @@ class HttpServer {
   boost::asio::steady_timer flushTimer_;
   boost::asio::steady_timer farewellTimer_;
   boost::asio::steady_timer watchTimer_;
+  boost::asio::steady_timer houseTimer_;
+  std::set<boost::asio::steady_timer*> heldBack_;
+  Visits visits_;
   bool flushDue_ = false;
   bool stopping_ = false;
   std::set<HttpConnection*> connections_;

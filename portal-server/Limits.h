@@ -14,6 +14,7 @@ struct Limits {
   std::chrono::milliseconds idle{75'000};      ///< between two requests of a kept connection
   std::chrono::milliseconds transfer{20'000};  ///< for a whole request, and for a whole answer
   std::chrono::milliseconds farewell{5'000};   ///< for requests under way when the server stops
+  std::chrono::milliseconds house{60'000};  ///< between two looks at who is there and what is old
 };
 
 }  // namespace qinghe::portal_server

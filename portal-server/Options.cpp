@@ -1,5 +1,7 @@
 #include "Options.h"
 
+#include <algorithm>
+#include <array>
 #include <boost/asio/ip/address.hpp>
 
 #include "text_codec.h"
@@ -9,6 +11,8 @@ namespace qinghe::portal_server {
 namespace {
 
 constexpr long long lastPort = 65535;
+constexpr long long mostDays = 3650;
+constexpr long long mostMinutes = 1440;
 
 bool readEndpoint(const std::string& text, Options& options) {
   const std::size_t colon = text.rfind(':');
@@ -26,30 +30,54 @@ bool readEndpoint(const std::string& text, Options& options) {
   return true;
 }
 
+bool readSpan(const std::string& text, long long longest, long long& span) {
+  span = wholeNumber(text);
+  return span >= 1 && span <= longest;
+}
+
+// Whether the value fits its option; `error` says why not.
+bool readValue(const std::string& name, const std::string& value, Options& options,
+               std::string& error) {
+  long long span = 0;
+  if (name == "--db") {
+    options.database = value;
+  } else if (name == "--log") {
+    options.log = value;
+  } else if (name == "--listen") {
+    if (!readEndpoint(value, options)) error = "not an address and port: " + value;
+  } else if (name == "--keep-messages") {
+    if (!readSpan(value, mostDays, span)) error = "not 1 to 3650 days: " + value;
+    options.rules.keepMessages = std::chrono::days(span);
+  } else {
+    if (!readSpan(value, mostMinutes, span)) error = "not 1 to 1440 minutes: " + value;
+    options.rules.offlineAfter = std::chrono::minutes(span);
+  }
+  return error.empty();
+}
+
+bool takesValue(const std::string& name) {
+  constexpr std::array names{"--listen", "--db", "--log", "--keep-messages", "--offline-after"};
+  return std::find(names.begin(), names.end(), name) != names.end();
+}
+
 }  // namespace
 
 std::optional<Options> parseOptions(const std::vector<std::string>& arguments, std::string& error) {
   Options options;
+  error.clear();
   for (std::size_t i = 0; i < arguments.size(); ++i) {
     const std::string& name = arguments[i];
     if (name == "--help") {
       options.help = true;
     } else if (name == "--demo") {
       options.demo = true;
-    } else if (name == "--listen" || name == "--db" || name == "--log") {
-      if (++i == arguments.size()) {
-        error = name + " needs a value";
-        return {};
-      }
-      const std::string& value = arguments[i];
-      if (name == "--db") options.database = value;
-      if (name == "--log") options.log = value;
-      if (name == "--listen" && !readEndpoint(value, options)) {
-        error = "not an address and port: " + value;
-        return {};
-      }
-    } else {
+    } else if (!takesValue(name)) {
       error = "unknown option: " + name;
+      return {};
+    } else if (++i == arguments.size()) {
+      error = name + " needs a value";
+      return {};
+    } else if (!readValue(name, arguments[i], options, error)) {
       return {};
     }
   }
@@ -58,12 +86,16 @@ std::optional<Options> parseOptions(const std::vector<std::string>& arguments, s
 
 std::string usage() {
   return "usage: qinghe-portal [--listen ADDR:PORT] [--db FILE] [--log FILE] [--demo]\n"
+         "                     [--keep-messages DAYS] [--offline-after MINUTES]\n"
          "\n"
-         "  --listen ADDR:PORT  where to listen (127.0.0.1:8180); port 0 takes a free one\n"
-         "  --db FILE           the database, made when it is missing (portal.db)\n"
-         "  --log FILE          one line a request (the standard output)\n"
-         "  --demo              fills an empty database with a small made-up trade\n"
-         "  --help              this text\n"
+         "  --listen ADDR:PORT       where to listen (127.0.0.1:8180); port 0 takes a free one\n"
+         "  --db FILE                the database, made when it is missing (portal.db)\n"
+         "  --log FILE               one line a request (the standard output)\n"
+         "  --demo                   fills an empty database with a small made-up trade\n"
+         "  --keep-messages DAYS     how long an inbox keeps a message, 1 to 3650 (30)\n"
+         "  --offline-after MINUTES  without a request, a company is told as offline after\n"
+         "                           that long, 1 to 1440 (15); its login stays\n"
+         "  --help                   this text\n"
          "\n"
          "It prints \"listening on ADDR:PORT\" once it takes requests, and stops on SIGTERM.\n";
 }

@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "HouseRules.h"
+
 namespace qinghe::portal_server {
 
 /// What the command line asks for.
@@ -12,6 +14,7 @@ struct Options {
   unsigned short port = 8180;
   std::string database = "portal.db";
   std::string log;  ///< empty: the standard output
+  HouseRules rules;
   bool demo = false;
   bool help = false;
 };

@@ -10,6 +10,7 @@
 #include "Refusal.h"
 #include "account_pages.h"
 #include "browser_pages.h"
+#include "housekeeping.h"
 #include "read_pages.h"
 #include "write_pages.h"
 
@@ -115,6 +116,17 @@ PortalAnswer Portal::answer(const PortalRequest& request) {
   } catch (const std::exception& failure) {
     return unmarkedAnswer(500, std::string("failed: ") + failure.what());
   }
+}
+
+void Portal::keepHouse(const std::vector<Visit>& visits, Visits::Clock::time_point now) {
+  store_.transact([&](StoreWriter& writer) {
+    updatePresence(writer, visits, now, rules_.offlineAfter);
+    dropOldMessages(writer, now, rules_.keepMessages);
+  });
+}
+
+void Portal::welcome(const Visit& visit) {
+  store_.transact([&](StoreWriter& writer) { welcomeBack(writer, visit); });
 }
 
 }  // namespace qinghe::portal_server

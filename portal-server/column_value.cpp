@@ -23,6 +23,12 @@ std::string stored(const QDateTime& moment) {
   return moment.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")).toStdString();
 }
 
+QDateTime dateTime(std::chrono::system_clock::time_point moment) {
+  const auto sinceEpoch = moment.time_since_epoch();
+  return QDateTime::fromSecsSinceEpoch(
+      std::chrono::floor<std::chrono::seconds>(sinceEpoch).count());
+}
+
 std::optional<Value> wholeValue(std::string_view text) {
   const QString number = qString(text).trimmed();
   if (number.isEmpty()) return Value{std::int64_t{0}};
@@ -98,6 +104,14 @@ std::string printedDate(std::string_view stored) {
 
 std::string storedNow() {
   return stored(QDateTime::currentDateTime());
+}
+
+std::string storedLocal(std::chrono::system_clock::time_point moment) {
+  return stored(dateTime(moment));
+}
+
+std::string storedUtc(std::chrono::system_clock::time_point moment) {
+  return stored(dateTime(moment).toUTC());
 }
 
 std::string storedToday() {

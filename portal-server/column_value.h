@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <optional>
 #include <string_view>
 
@@ -19,6 +20,10 @@ std::string printedDate(std::string_view stored);
 
 /// The server's own time, as it is kept.
 std::string storedNow();
+/// A moment in the server's own time, as it is kept.
+std::string storedLocal(std::chrono::system_clock::time_point moment);
+/// A moment apart from any time zone, for what only the server compares.
+std::string storedUtc(std::chrono::system_clock::time_point moment);
 /// The server's own day, as it is kept.
 std::string storedToday();
 

@@ -6,7 +6,7 @@
 namespace qinghe::portal_server {
 
 struct DemoFile {
-  std::string_view name;  ///< the stored table's name
+  std::string_view name;  ///< the file's name; mostly that of the stored table
   std::string_view text;
 };
 

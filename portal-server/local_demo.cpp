@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "DemoData.h"
+#include "column_value.h"
 
 namespace qinghe::portal_server {
 
@@ -77,6 +78,26 @@ void appendMirror(std::string& sql, std::string_view table, const Sheet& sheet,
   }
 }
 
+// What the enterprise wrote and what was written to it.
+void appendHistory(std::string& sql, const Sheet& sheet, std::string_view enterprise) {
+  int number = 0;
+  for (const Line& line : sheet.lines) {
+    const std::string_view to = cell(sheet, line, "qyxx_id");
+    const std::string_view from = cell(sheet, line, "user_id");
+    if (to != enterprise && from != enterprise) continue;
+    const auto moment = storedDate(cell(sheet, line, "dtime"));
+    if (!moment) throw std::logic_error("demo data: a message without its date");
+    appendInsert(sql, "XIXI",
+                 {{"id", std::to_string(++number)},
+                  {"qyxx_id", std::string(to)},
+                  {"qyxx", literal(cell(sheet, line, "qyxx"))},
+                  {"user_id", std::string(from)},
+                  {"UserName", literal(cell(sheet, line, "username"))},
+                  {"content", literal(cell(sheet, line, "content"))},
+                  {"dtime", literal(*moment)}});
+  }
+}
+
 }  // namespace
 
 std::string localDemoSql(const std::string& userNumber) {
@@ -115,6 +136,7 @@ std::string localDemoSql(const std::string& userNumber) {
                   {"SHXI", "shxi"},
                   {"JISH", "jish"},
                   {"NOTH", "noth"}});
+    appendHistory(sql, sheetOf(sheets, DemoData::localHistory), id);
     return sql + "COMMIT;\n";
   }
   throw std::logic_error("demo data: no enterprise " + userNumber);

@@ -22,7 +22,7 @@ void run(const Options& options) {
   SqliteStore store(options.database);
   if (options.demo) DemoData::fill(store);
   RequestLog log(options.log);
-  Portal portal(store);
+  Portal portal(store, options.rules);
 
   boost::asio::io_context context(1);
   HttpServer server(context, portal, log, Limits{});

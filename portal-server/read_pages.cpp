@@ -51,9 +51,44 @@ Query requestedRows(Family family, const PortalRequest& request, StoreReader& st
   return query;
 }
 
-PortalAnswer rowsAnswer(const Query& query, StoreReader& store) {
+// A host name or address with or without a port; anything else in a header is not repeated.
+bool isHost(std::string_view host) {
+  return !host.empty() && std::all_of(host.begin(), host.end(), [](char c) {
+    return (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') ||
+           std::string_view("-._:[]").find(c) != std::string_view::npos;
+  });
+}
+
+// Tells links into this portal by the host that the client used.
+class LinkedRows final : public RowSink {
+ public:
+  LinkedRows(AnswerPage& page, std::string host) : page_(page), host_(std::move(host)) {}
+  void beginRow() override { page_.beginRow(); }
+  void cell(const Column& column, const Cell& cell) override {
+    const auto* text = std::get_if<std::string_view>(&cell);
+    if (column.pageLink && text && text->starts_with('/')) {
+      page_.text(std::string("http://").append(host_).append(*text));
+    } else {
+      page_.cell(column, cell);
+    }
+  }
+  void endRow() override { page_.endRow(); }
+
+ private:
+  AnswerPage& page_;
+  std::string host_;
+};
+
+PortalAnswer rowsAnswer(const Query& query, const PortalRequest& request, StoreReader& store) {
   AnswerPage page;
-  store.read(query, page);
+  const bool links = std::any_of(query.fields.begin(), query.fields.end(),
+                                 [](const Column* column) { return column->pageLink; });
+  if (links && isHost(request.host)) {
+    LinkedRows rows(page, request.host);
+    store.read(query, rows);
+  } else {
+    store.read(query, page);
+  }
   if (page.rows() == 0 && namesSecret(query.fields)) throw Refusal("not the enterprise's own row");
   return std::move(page).finish();
 }
@@ -83,7 +118,7 @@ class PaddedRows final : public RowSink {
 }  // namespace
 
 PortalAnswer listPage(Family family, const PortalRequest& request, StoreReader& store) {
-  return rowsAnswer(requestedRows(family, request, store), store);
+  return rowsAnswer(requestedRows(family, request, store), request, store);
 }
 
 PortalAnswer onePage(Family family, const PortalRequest& request, StoreReader& store) {
@@ -93,7 +128,7 @@ PortalAnswer onePage(Family family, const PortalRequest& request, StoreReader& s
   Query query = requestedRows(family, request, store);
   query.limit = size;
   query.offset = (number - 1) * size;
-  return rowsAnswer(query, store);
+  return rowsAnswer(query, request, store);
 }
 
 PortalAnswer pageCount(Family family, const PortalRequest& request, StoreReader& store) {

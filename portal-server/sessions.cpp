@@ -1,6 +1,7 @@
 #include "sessions.h"
 
 #include <algorithm>
+#include <chrono>
 
 #include "Refusal.h"
 #include "column_value.h"
@@ -57,7 +58,7 @@ bool contains(const Visitors& visitors, std::int64_t enterprise) {
 
 void logIn(StoreWriter& store, const std::string& address, std::int64_t enterprise) {
   const Table& table = sessionTable();
-  const std::string now = storedNow();
+  const std::string now = storedUtc(std::chrono::system_clock::now());
   store.remove(table, at(address, enterprise));
   store.insert(table, {assign(table, "address", address), assign(table, "qiye_id", enterprise),
                        assign(table, "since", now), assign(table, "seen", now)});
@@ -68,12 +69,18 @@ void logIn(StoreWriter& store, const std::string& address, std::int64_t enterpri
 
 void logOut(StoreWriter& store, const std::string& address, std::int64_t enterprise) {
   store.remove(sessionTable(), at(address, enterprise));
-  // It may still be logged in on another machine; that one is then where it is reached.
-  const auto other =
-      store.first(sessionTable(), Expression::equal(sessionTable(), "qiye_id", enterprise));
+  // It may still be logged in on another machine; that one is then where it is reached. Whether
+  // anybody sits there, the next look at who is present tells.
+  const auto others =
+      store.records({.table = &sessionTable(),
+                     .fields = {sessionTable().column("address")},
+                     .condition = Expression::equal(sessionTable(), "qiye_id", enterprise),
+                     .order = {{sessionTable().column("seen"), true}},
+                     .limit = 1});
   store.update(enterpriseTable(), enterprise,
-               {assign(enterpriseTable(), "ipurl", other ? other->text("address") : address),
-                assign(enterpriseTable(), "online", std::int64_t{other.has_value()})});
+               {assign(enterpriseTable(), "ipurl",
+                       others.empty() ? address : others.front().text("address")),
+                assign(enterpriseTable(), "online", std::int64_t{!others.empty()})});
 }
 
 Expression readScope(const Table& table, bool secret, const Visitors& visitors) {

@@ -42,8 +42,8 @@ std::vector<Table> referenceTables() {
      .structure = true, .indexes = {"p_id"}},
     // Under the login paths FUWU names the portal's own information services.
     {.name = "FUWU", .storage = "info_fuwu", .family = Family::Login,
-     .columns = {id, {"fuwu", Text}, {"wazh", Text}, {"guji", Text}, {"wezh", Integer},
-                 {"zidu", Integer}, live}},
+     .columns = {id, {"fuwu", Text}, {"wazh", Text, Access::Open, true}, {"guji", Text},
+                 {"wezh", Integer}, {"zidu", Integer}, live}},
     {.name = "ZIDU", .storage = "zidu", .family = Family::Both,
      .columns = {id, {"fuwu_id", Integer}, {"bimi", Text}, {"chdu", Integer}},
      .indexes = {"fuwu_id"}},
@@ -77,7 +77,7 @@ std::vector<Table> accountTables() {
     {.name = "", .storage = "session",
      .columns = {id, {"address", ExactText, Access::Hidden}, {"qiye_id", Integer, Access::Hidden},
                  {"since", Date, Access::Hidden}, {"seen", Date, Access::Hidden}},
-     .owner = "qiye_id", .indexes = {"address,qiye_id"}},
+     .owner = "qiye_id", .indexes = {"address,qiye_id", "qiye_id,seen", "seen"}},
   };
 }
 
@@ -136,7 +136,7 @@ std::vector<Table> contentTables() {
     {.name = "xixi", .storage = "xixi", .family = Family::Product,
      .columns = {id, {"qyxx_id", Integer}, {"qyxx", Text}, {"user_id", Integer},
                  {"username", Text}, {"content", LongText}, {"dtime", Date}},
-     .readers = {"qyxx_id"}, .indexes = {"qyxx_id"}},
+     .readers = {"qyxx_id"}, .indexes = {"qyxx_id", "dtime"}},
   };
 }
 

@@ -32,6 +32,9 @@ struct Column {
   std::string_view name;
   Type type;
   Access access = Access::Open;
+  /// Names a web page; a path of this portal is told with the host that the client asked for, as
+  /// the portal does not know by which name and port it is reached.
+  bool pageLink = false;
 };
 
 /// The two families of paths that tables are reached under.

@@ -48,14 +48,13 @@ AnswerText PortalTest::ask(std::string_view page, const Fields& fields,
 
 AnswerText PortalTest::relayed(std::string_view page, const Fields& fields,
                                const std::string& address) {
-  const std::string url = "HTTP://portal:8180" + query(page, fields);
+  const std::string url = "HTTP://" + host_ + query(page, fields);
   return target("/_vti_comm/review.asp?" + field("review", url), address);
 }
 
 AnswerText PortalTest::target(const std::string& text, const std::string& address) {
   const RequestTarget parsed = parseTarget(text);
-  PortalRequest request{
-      .path = parsed.path, .parameters = {}, .address = address, .host = "portal:8180"};
+  PortalRequest request{.path = parsed.path, .parameters = {}, .address = address, .host = host_};
   request.parameters.add(parsed.query);
   if (Portal::unwrapRelay(request)) {
     answer_ = portal_->answer(request);

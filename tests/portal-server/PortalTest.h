@@ -35,6 +35,7 @@ class PortalTest : public testing::Test {
   std::string stored(std::string_view table, std::int64_t id, std::string_view column);
   std::int64_t rowCount(std::string_view table);
 
+  std::string host_ = "portal:8180";            ///< what the client calls the portal
   qinghe::portal_server::PortalAnswer answer_;  ///< the last one, as it left
 
   static std::string query(std::string_view page, const Fields& fields);

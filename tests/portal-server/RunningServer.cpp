@@ -7,10 +7,10 @@
 
 using namespace qinghe::portal_server;
 
-RunningServer::RunningServer(Limits limits) {
-  store_ = std::make_unique<SqliteStore>(folder_.filePath(QStringLiteral("p.db")).toStdString());
+RunningServer::RunningServer(Limits limits, HouseRules rules) {
+  store_ = std::make_unique<SqliteStore>(databasePath());
   DemoData::fill(*store_);
-  portal_ = std::make_unique<Portal>(*store_);
+  portal_ = std::make_unique<Portal>(*store_, rules);
   log_ = std::make_unique<RequestLog>(folder_.filePath(QStringLiteral("p.log")).toStdString());
   server_ = std::make_unique<HttpServer>(context_, *portal_, *log_, limits);
   port_ = server_->listen({boost::asio::ip::address_v4::loopback(), 0}).port();
@@ -31,4 +31,8 @@ void RunningServer::stop() {
 std::string RunningServer::log() const {
   QFile file(folder_.filePath(QStringLiteral("p.log")));
   return file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : std::string();
+}
+
+std::string RunningServer::databasePath() const {
+  return folder_.filePath(QStringLiteral("p.db")).toStdString();
 }

@@ -12,13 +12,15 @@
 /// A server with demo data and limits of the test's own, in a thread of this process.
 class RunningServer {
  public:
-  explicit RunningServer(qinghe::portal_server::Limits limits = {});
+  explicit RunningServer(qinghe::portal_server::Limits limits = {},
+                         qinghe::portal_server::HouseRules rules = {});
   ~RunningServer();
 
   unsigned short port() const { return port_; }
   /// Ends it as a signal does; returns when it has ended.
   void stop();
   std::string log() const;
+  std::string databasePath() const;
 
  private:
   QTemporaryDir folder_;

@@ -2,11 +2,14 @@
 #include <sqlite3.h>
 
 #include <QFile>
+#include <algorithm>
+#include <chrono>
 #include <memory>
 #include <set>
 
 #include "DemoData.h"
 #include "PortalTest.h"
+#include "column_value.h"
 #include "local_demo.h"
 
 using namespace qinghe::portal_server;
@@ -78,6 +81,20 @@ TEST_F(Demo, IsFilledIntoAnEmptyDatabaseAlone) {
   EXPECT_EQ(rowCount("ximu"), 419);
 }
 
+TEST_F(Demo, TheNewestMessageIsOfYesterdayAndNoneIsTooOldToBeKept) {
+  std::string newest;
+  for (std::int64_t id = 1; id <= rowCount("xixi"); ++id) {
+    newest = std::max(newest, stored("xixi", id, "dtime"));
+  }
+  // Filled when the tests began, which may have been yesterday by now.
+  const auto day = [](int ago) {
+    return storedLocal(std::chrono::system_clock::now() - std::chrono::days(ago)).substr(0, 10);
+  };
+  EXPECT_TRUE(newest.substr(0, 10) == day(1) || newest.substr(0, 10) == day(2)) << newest;
+  portal_->keepHouse({}, std::chrono::system_clock::now());
+  EXPECT_EQ(rowCount("xixi"), 7);
+}
+
 namespace {
 
 struct CloseLocal {
@@ -145,4 +162,40 @@ TEST_F(Demo, LocalDatabasesMirrorThePortalsRows) {
               "0");
   }
   EXPECT_THROW(localDemoSql("9999"), std::logic_error);
+}
+
+TEST_F(Demo, LocalDatabasesHoldAHistoryWithSeveralContacts) {
+  for (const std::string id : {"1", "2"}) {
+    const Local local = localDatabase("100" + id);
+    const auto rows = rowsOf(local, "SELECT qyxx_id,qyxx,user_id,UserName,content,dtime FROM XIXI");
+    EXPECT_GE(rows.size(), 15U);
+    std::set<std::string> contacts;
+    for (const auto& row : rows) {
+      EXPECT_TRUE(row[0] == id || row[2] == id);
+      contacts.insert(row[0] == id ? row[2] : row[0]);
+      EXPECT_EQ(row[1], stored("qyxx", std::stoll(row[0]), "user_name"));
+      EXPECT_EQ(row[3], stored("qyxx", std::stoll(row[2]), "user_name"));
+      EXPECT_NE(row[4], "");
+      EXPECT_EQ(row[5].size(), 19U);
+    }
+    EXPECT_GE(contacts.size(), 4U);
+    EXPECT_FALSE(contacts.contains(id));
+    const auto number = [&](const char* condition) {
+      return std::stoi(rowsOf(local, condition)[0][0]);
+    };
+    EXPECT_GE(number("SELECT count(*) FROM XIXI WHERE content LIKE '（由服务器中转）_%'"), 3);
+    EXPECT_GE(number("SELECT count(*) FROM XIXI WHERE content NOT LIKE '%由服务器中转%'"), 10);
+    EXPECT_EQ(number("SELECT count(*) FROM XIXI WHERE instr(content,'<br>')>0"), 0);
+    EXPECT_GE(number("SELECT count(*) FROM XIXI WHERE instr(content,char(13,10))>0"), 1);
+    EXPECT_EQ(number("SELECT count(*) FROM XIXI WHERE datetime(dtime) IS NULL"), 0);
+  }
+}
+
+TEST_F(Demo, BothCompaniesRememberTheirConversationAlike) {
+  const char* conversation =
+      "SELECT user_id,content,dtime FROM XIXI WHERE qyxx_id+user_id=3 AND abs(qyxx_id-user_id)=1 "
+      "ORDER BY dtime";
+  const auto first = rowsOf(localDatabase("1001"), conversation);
+  EXPECT_GE(first.size(), 8U);
+  EXPECT_EQ(first, rowsOf(localDatabase("1002"), conversation));
 }

@@ -2,6 +2,8 @@
 
 #include <atomic>
 #include <chrono>
+#include <functional>
+#include <memory>
 #include <thread>
 #include <vector>
 
@@ -10,6 +12,8 @@
 
 using namespace std::chrono_literals;
 using qinghe::portal_server::Limits;
+using qinghe::portal_server::SqliteStore;
+using qinghe::portal_server::storedTable;
 
 namespace {
 
@@ -289,6 +293,73 @@ TEST(HttpServer, WrongPasswordsAreSlowedDownWithoutHoldingOthersUp) {
   const auto guessDone = std::chrono::steady_clock::now();
   EXPECT_GE(guessDone - began, 500ms);
   EXPECT_LT(othersDone, guessDone);
+}
+
+TEST(HttpServer, LoginsThatAreHeldBackDoNotDelayTheStop) {
+  RunningServer server;
+  const std::string wrong = "GET " + loginTarget("1001", "wrong") + " HTTP/1.1\r\nHost: p\r\n\r\n";
+  WireClient guesser(server.port());
+  for (int i = 0; i < 3; ++i) {
+    guesser.send(wrong);
+    guesser.receive();
+  }
+  // Twenty more stand in a queue of ten seconds. The answer to the request in front of each tells
+  // that the login has been read.
+  std::vector<std::unique_ptr<WireClient>> waiting;
+  for (int i = 0; i < 20; ++i) {
+    waiting.push_back(std::make_unique<WireClient>(server.port()));
+    waiting.back()->send("GET " + industries + " HTTP/1.1\r\nHost: p\r\n\r\n" + wrong);
+    EXPECT_EQ(waiting.back()->receive().status, 200U);
+  }
+  const auto began = std::chrono::steady_clock::now();
+  server.stop();
+  EXPECT_LT(std::chrono::steady_clock::now() - began, 4s);
+  const WireClient::Answer last = waiting.back()->receive();
+  EXPECT_EQ(last.status, 503U);
+  EXPECT_FALSE(last.text().marked);
+}
+
+namespace {
+
+// Waits until the first company's flag reads so, asking for something meanwhile if wanted.
+bool becomes(SqliteStore& store, const std::string& flag, const std::function<void()>& meanwhile) {
+  const auto limit = std::chrono::steady_clock::now() + 30s;
+  while (std::chrono::steady_clock::now() < limit) {
+    const auto row = store.reader().byId(storedTable("qyxx"), 1);
+    if (row && row->text("online") == flag) return true;
+    meanwhile();
+    std::this_thread::yield();
+  }
+  return false;
+}
+
+}  // namespace
+
+TEST(HttpServer, AVanishedClientGoesOfflineAndComesBackWithItsNextRequest) {
+  RunningServer server({.house = 5ms}, {.offlineAfter = 0min});
+  SqliteStore store(server.databasePath());
+  WireClient client(server.port());
+  EXPECT_EQ(client.get(loginTarget("1001", "123456")).text().firstCell(), "1");
+  EXPECT_TRUE(becomes(store, "0", [] {}));
+  EXPECT_TRUE(becomes(store, "1", [&] { client.get(industries); }));
+  EXPECT_TRUE(becomes(store, "0", [] {}));
+  EXPECT_TRUE(client
+                  .get("/_vti_product/_vti_insert_xixi.asp?stable=xixi&QYXX_ID=2&USER_ID=1&"
+                       "CONTENT=x")
+                  .text()
+                  .marked);
+}
+
+TEST(HttpServer, TheAddressOfItsOwnPageIsTheOneItIsReachedBy) {
+  RunningServer server;
+  WireClient client(server.port());
+  const std::string host = "127.0.0.1:" + std::to_string(server.port());
+  client.send(
+      "GET /_vti_login/_vti_detail_field_s.asp?STABLE=FUWU&STRDATA=wazh, HTTP/1.1\r\nHost: " +
+      host + "\r\n\r\n");
+  const std::string address = client.receive().text().firstCell();
+  EXPECT_EQ(address, "http://" + host + "/link/paper.asp");
+  EXPECT_EQ(client.get(address.substr(address.find("/link"))).status, 200U);
 }
 
 TEST(HttpServer, TheRelayCountsAsItsClient) {

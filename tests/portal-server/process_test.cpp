@@ -2,6 +2,7 @@
 
 #include <QProcess>
 #include <QStringList>
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <thread>
@@ -9,6 +10,7 @@
 
 #include "SqliteStore.h"
 #include "WireClient.h"
+#include "column_value.h"
 #include "support/PortalProcess.h"
 
 using namespace Qt::StringLiterals;
@@ -135,10 +137,46 @@ TEST(PortalProgram, NothingConfirmedIsLostWhenItIsKilled) {
   EXPECT_EQ(login(portal).firstCell(), "1");
 }
 
+TEST(PortalProgram, KeepsMessagesAsLongAsItsOperatorSays) {
+  PortalProcess portal({u"--keep-messages"_s, u"20"_s});
+  login(portal);
+  portal.stop();
+  {
+    SqliteStore store(portal.databasePath().toStdString());
+    const Table& messages = storedTable("xixi");
+    store.transact([&](StoreWriter& writer) {
+      for (const int days : {19, 21}) {
+        const auto sent = std::chrono::system_clock::now() - std::chrono::days(days);
+        writer.insert(messages, {assign(messages, "qyxx_id", std::int64_t{1}),
+                                 assign(messages, "username", std::to_string(days)),
+                                 assign(messages, "dtime", storedLocal(sent))});
+      }
+    });
+  }
+  portal.start();
+  WireClient client(portOf(portal));
+  const auto senders = [&] {
+    return client.get("/_vti_product/_vti_detail_field_s.asp?STABLE=xixi&STRDATA=username,")
+        .text()
+        .column(0);
+  };
+  const auto contains = [](const std::vector<std::string>& all, const char* name) {
+    return std::find(all.begin(), all.end(), name) != all.end();
+  };
+  // What is old leaves right after the start.
+  const auto limit = std::chrono::steady_clock::now() + std::chrono::seconds(60);
+  while (contains(senders(), "21") && std::chrono::steady_clock::now() < limit) {
+    std::this_thread::yield();
+  }
+  EXPECT_FALSE(contains(senders(), "21"));
+  EXPECT_TRUE(contains(senders(), "19"));
+}
+
 TEST(PortalProgram, ExplainsItsOptions) {
   QByteArray output;
   EXPECT_EQ(runProgram({u"--help"_s}, output), 0);
-  for (const char* option : {"--listen", "--db", "--log", "--demo"}) {
+  for (const char* option :
+       {"--listen", "--db", "--log", "--demo", "--keep-messages", "--offline-after"}) {
     EXPECT_TRUE(output.contains(option)) << option;
   }
 }
@@ -147,6 +185,9 @@ TEST(PortalProgram, RefusesOptionsThatItDoesNotKnowOrCannotFollow) {
   const QStringList table[] = {
       {u"--nosuch"_s},
       {u"--listen"_s},
+      {u"--keep-messages"_s, u"0"_s},
+      {u"--keep-messages"_s, u"never"_s},
+      {u"--offline-after"_s, u"1441"_s},
       {u"--listen"_s, u"nowhere"_s},
       {u"--listen"_s, u"127.0.0.1:70000"_s},
       {u"--listen"_s, u"127.0.0.1:0"_s, u"--db"_s, u"/nonexistent/x/p.db"_s},

@@ -2,6 +2,8 @@
 
 #include "PortalTest.h"
 
+using namespace qinghe::portal_server;
+
 namespace {
 
 constexpr const char* loginList = "_vti_login/_vti_detail_field_s.asp";
@@ -256,6 +258,39 @@ TEST_F(ReadPages, AConditionCannotWidenWhatAnAddressMaySee) {
         ask(list, {{"STABLE", "GOHU"}, {"STRDATA", "id,"}, {"STOTHER", condition}}, "10.0.0.10");
     EXPECT_TRUE(answer.rows.empty()) << condition;
   }
+}
+
+TEST_F(ReadPages, ALinkToAnOwnPageNamesTheHostThatTheClientAskedFor) {
+  const struct {
+    const char* host;
+    const char* link;
+  } table[] = {{"portal:8180", "http://portal:8180/link/paper.asp"},
+               {"[::1]:90", "http://[::1]:90/link/paper.asp"},
+               {"a-b.example", "http://a-b.example/link/paper.asp"},
+               {"", "/link/paper.asp"},
+               {"x\"><td>", "/link/paper.asp"},
+               {"a/b", "/link/paper.asp"}};
+  for (const auto& row : table) {
+    host_ = row.host;
+    for (const char* page : {loginList, "_vti_login/_vti_detail_onepage.asp"}) {
+      EXPECT_EQ(ask(page, {{"STABLE", "FUWU"},
+                           {"STRDATA", "id,wazh,guji,"},
+                           {"STOTHER", "noth=true"},
+                           {"STPAGE", "1"},
+                           {"STPAGESIZE", "5"}})
+                    .rows.at(0),
+                (std::vector<std::string>{"1", row.link, "纸张参考价格"}));
+    }
+  }
+}
+
+TEST_F(ReadPages, ALinkToAnotherSiteStaysAsItIs) {
+  const Table& services = storedTable("info_fuwu");
+  store_->transact([&](StoreWriter& writer) {
+    writer.update(services, 1, {assign(services, "wazh", "http://other.example/p")});
+  });
+  EXPECT_EQ(ask(loginList, {{"STABLE", "FUWU"}, {"STRDATA", "wazh,"}}).firstCell(),
+            "http://other.example/p");
 }
 
 TEST_F(ReadPages, MessagesAreReadByTheirAddresseeAlone) {
