@@ -174,19 +174,6 @@ QVariant LocalRecordEditor::localValue(const SavedValue& value) const {
   return {};
 }
 
-QString LocalRecordEditor::portalValue(const SavedValue& value) const {
-  switch (value.from) {
-    case ValueFrom::OwnerId:
-      return textOf(app().gQiyeId);
-    case ValueFrom::TagNumber:
-      return textOf(Val(txtFields(value.field)->Tag));
-    case ValueFrom::Checked:
-      return textOf(ListView1->selectedItem()->isChecked());
-    default:
-      return localValue(value).toString();
-  }
-}
-
 qint16 LocalRecordEditor::portalId() const {
   return records_->atEnd() ? qint16{0} : toInt16(records_->text(u"R_ID"_s));
 }

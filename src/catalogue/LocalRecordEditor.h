@@ -2,7 +2,6 @@
 
 #include <memory>
 
-#include "catalogue/GoodsRecord.h"
 #include "catalogue/RecordEditor.h"
 #include "store/GetData.h"
 
@@ -42,7 +41,6 @@ class LocalRecordEditor : public RecordEditor {
   void writeRow();
   bool portalTakesIt() const;
   QVariant localValue(const SavedValue& value) const;
-  QString portalValue(const SavedValue& value) const;
   qint16 portalId() const;
   QString selection() const;
   bool keepPortalId(const QString& cell);

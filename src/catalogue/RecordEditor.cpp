@@ -147,7 +147,7 @@ void RecordEditor::clearFields() {
 
 void RecordEditor::setFieldsAfterAdd() {
   for (const EditorField& field : look_.fields) {
-    if (field.industry) {
+    if (field.industry || field.industryAfterAdd) {
       txtFields(field.index)->setText(app().gHayeName);
     } else if (field.afterAdd) {
       txtFields(field.index)->setText(*field.afterAdd);
@@ -164,6 +164,24 @@ void RecordEditor::showIndustry() {
 double RecordEditor::selectedId() const {
   const ListItem* item = ListView1->selectedItem();
   return item == nullptr ? 0 : Val(item->key());
+}
+
+QString RecordEditor::portalValue(const SavedValue& value) const {
+  switch (value.from) {
+    case ValueFrom::OwnerId:
+      return textOf(app().gQiyeId);
+    case ValueFrom::OwnerName:
+      return app().gUserName;
+    case ValueFrom::TagNumber:
+      return textOf(Val(txtFields(value.field)->Tag));
+    case ValueFrom::Trimmed:
+      return Trim(fieldText(value.field));
+    case ValueFrom::Typed:
+      return fieldText(value.field);
+    case ValueFrom::Checked:
+      return textOf(ListView1->selectedItem()->isChecked());
+  }
+  return {};
 }
 
 Answer RecordEditor::askToSave() {

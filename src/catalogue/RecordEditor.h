@@ -5,6 +5,7 @@
 #include <map>
 #include <optional>
 
+#include "catalogue/GoodsRecord.h"
 #include "forms/Form.h"
 #include "forms/ListView.h"
 #include "forms/StatusBar.h"
@@ -29,6 +30,7 @@ struct EditorField {
   QString accessibleName = {};           ///< for screen readers, where there is no label
   QString labelName = {};                ///< the label's name where it is no member of `LabelXM`
   bool keptByAdd = false;                ///< Add leaves the text of the row shown before
+  bool industryAfterAdd = false;         ///< Add puts the company's industry there
 };
 
 struct EditorButton {
@@ -95,6 +97,8 @@ class RecordEditor : public Form {
   QString fieldText(int index) const { return txtFields(index)->text(); }
   /// The selected row's id: the leading number of its key; 0 for a row not saved yet.
   double selectedId() const;
+  /// What a request says for a value.
+  QString portalValue(const SavedValue& value) const;
   static QString keyOf(const QString& id) { return id + QStringLiteral(" ID"); }
 
   bool AddAllowed = true;

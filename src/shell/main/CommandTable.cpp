@@ -2,6 +2,7 @@
 
 #include "account/frmLogin_qy.h"
 #include "catalogue/FrmFUWU.h"
+#include "catalogue/FrmQUST_WEB.h"
 #include "catalogue/FrmXIMU.h"
 #include "shell/FrmINTERNET.h"
 #include "shell/frmSplash.h"
@@ -65,7 +66,7 @@ QList<Command> commandTable(MDIFrmMAIN& frame) {
       {u"mnuXimu_WEB"_s, u"商品登记"_s, online, false, true},
       {u"mnuDocu_WEB"_s, u"文件登记"_s, online},
       {u"mnuXiwe_WEB"_s, u"新闻登记"_s, online},
-      {u"mnuQust_WEB"_s, u"调查登记"_s, online},
+      {u"mnuQust_WEB"_s, u"调查登记"_s, online, false, false, loadScreen<FrmQUST_WEB>},
       {u"mnuMumu_WEB"_s, u"品牌登记"_s, online},
       {u"mnuForum_WEB"_s, u"论坛管理"_s, online},
       {u"mnuTupi_WEB"_s, u"图片登记"_s, online},
