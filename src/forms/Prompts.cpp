@@ -22,6 +22,8 @@ QMessageBox::Icon iconOf(Mark mark) {
       return QMessageBox::Critical;
     case Mark::Question:
       return QMessageBox::Question;
+    case Mark::Exclamation:
+      return QMessageBox::Warning;
     case Mark::None:
       break;
   }

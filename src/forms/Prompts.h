@@ -8,7 +8,7 @@ namespace qinghe {
 
 enum class Answer { Ok, Yes, No, Cancel };
 enum class Buttons { Ok, YesNo, YesNoCancel };
-enum class Mark { None, Critical, Question };
+enum class Mark { None, Critical, Question, Exclamation };
 
 /// A message box; its text is plain text, always.
 struct Message {

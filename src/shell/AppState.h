@@ -8,6 +8,7 @@
 #include "portal/GetHtml.h"
 #include "portal/Inet.h"
 #include "portal/PortalState.h"
+#include "shell/CalculatorOperands.h"
 #include "shell/LinkMonitor.h"
 #include "shell/PeerEntry.h"
 #include "shell/Settings.h"
@@ -55,6 +56,8 @@ struct AppState : PortalState {
 
   qint32 peerPort = 8088;  ///< where the messenger listens, and where it looks for every partner
   QString peerAddress;     ///< the one address it listens at; empty for all of the machine
+
+  CalculatorOperands calculator;
 
   QString programDirectory;  ///< where `DATA.MDB` and the help file lie
   Settings settings;

@@ -8,6 +8,7 @@
 #include "shell/frmSplash.h"
 #include "shell/main/MDIFrmMAIN.h"
 #include "shell/ras.h"
+#include "tools/Calculator.h"
 
 namespace qinghe {
 
@@ -88,7 +89,7 @@ QList<Command> commandTable(MDIFrmMAIN& frame) {
       separator(u"mnuTemp9"_s),
       {u"mnuDial"_s, u"拨号网络"_s, always, false, false, StartDialer},
       {u"Internet"_s, u"网络设置"_s, always, false, true, loadScreen<FrmINTERNET>},
-      {u"mnuCalc"_s, u"计算器"_s, always, false, true},
+      {u"mnuCalc"_s, u"计算器"_s, always, false, true, loadScreen<Calculator>},
       never(u"mnuShow"_s, u"显示窗口"_s),
       {u"mnuAbout"_s, u"关于青禾云集"_s, always, false, false, loadScreen<frmSplash>},
       separator(u"mnuTemp10"_s),
