@@ -9,12 +9,15 @@
 
 #include "Tour.h"
 #include "account/frmLogin_qy.h"
+#include "catalogue/FrmFUWU.h"
+#include "catalogue/FrmQUST_WEB.h"
 #include "catalogue/FrmXIMU.h"
 #include "shell/AppState.h"
 #include "shell/FrmINTERNET.h"
 #include "shell/frmMsgBox.h"
 #include "shell/frmSplash.h"
 #include "shell/main/MDIFrmMAIN.h"
+#include "tools/Calculator.h"
 
 namespace qinghe {
 
@@ -113,7 +116,15 @@ QList<TourStep> tourSteps(const QString& folder) {
          clickCommand(u"Internet"_s);
        }},
       {u"settings"_s, isShown<FrmINTERNET>, [] { click(defaultInstance<FrmINTERNET>().Command4); }},
-      {u"end"_s, [] { return !isLoaded<FrmINTERNET>(); }, [] { frame().close(); }},
+      {u"goods-again"_s, [] { return !isLoaded<FrmINTERNET>(); },
+       [] { clickCommand(u"mnuFuwu"_s); }},
+      {u"services"_s, isShown<FrmFUWU>, [] { clickCommand(u"mnuQust_WEB"_s); }},
+      {u"surveys"_s, isShown<FrmQUST_WEB>,
+       [] {
+         clickCommand(u"mnuCalc"_s);
+         QTest::keyClicks(&defaultInstance<Calculator>(), u"12.5*4="_s);
+       }},
+      {u"calculator"_s, isShown<Calculator>, [] { frame().close(); }},
   };
 }
 
