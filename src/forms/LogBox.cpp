@@ -1,6 +1,7 @@
 #include "forms/LogBox.h"
 
 #include <QPlainTextEdit>
+#include <QScrollBar>
 #include <QSignalBlocker>
 #include <QTextBlock>
 #include <QTextCursor>
@@ -31,10 +32,14 @@ void LogBox::prepend(const QString& text) {
     // The base compares whole texts to tell changes, which a long log cannot afford.
     const QSignalBlocker quiet(memoOf(*this));
     QTextCursor top(memoOf(*this).document());
+    // Two edits and not one: everything between two places that change in one is laid out anew. And
+    // not without: at each change a cursor would have its line laid out.
     top.beginEditBlock();
     top.insertText(text.left(limit_));
-    trim();
     top.endEditBlock();
+    trim();
+    inserted_ += qMin(text.size(), limit_);
+    if (inserted_ > limit_) rebuild();
   }
   emit changed();
 }
@@ -49,9 +54,21 @@ void LogBox::trim() {
   if (kept == length) return;
   if (document->characterAt(kept).isLowSurrogate()) --kept;
   QTextCursor rest(document);
+  rest.beginEditBlock();
   rest.setPosition(kept);
-  rest.movePosition(QTextCursor::End, QTextCursor::KeepAnchor);
+  rest.setPosition(length, QTextCursor::KeepAnchor);
   rest.removeSelectedText();
+  rest.endEditBlock();
+}
+
+/// A document keeps every character that was ever inserted, the removed ones too, until all of its
+/// text is set anew. Done once for each full log that has come, this costs little.
+void LogBox::rebuild() {
+  auto& memo = memoOf(*this);
+  const int scrolled = memo.verticalScrollBar()->value();
+  memo.setPlainText(memo.document()->toRawText());
+  memo.verticalScrollBar()->setValue(scrolled);
+  inserted_ = 0;
 }
 
 }  // namespace qinghe

@@ -18,8 +18,10 @@ class LogBox : public TextBox {
  private:
   using TextBox::setText;
   void trim();
+  void rebuild();
 
-  qsizetype limit_;  ///< in characters, a line break as one
+  qsizetype limit_;         ///< in characters, a line break as one
+  qsizetype inserted_ = 0;  ///< since the last rebuild
 };
 
 }  // namespace qinghe
