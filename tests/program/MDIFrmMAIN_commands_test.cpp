@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <QMdiSubWindow>
 #include <QMenu>
 #include <QMenuBar>
 #include <QSettings>
@@ -164,6 +165,17 @@ TEST_F(Commands, TheGoodsRegisterOpensAsAChildAndComesToTheFrontAgain) {
   EXPECT_EQ(goods.window(), frame.get());
   entry(u"mnuXimu"_s)->trigger();
   EXPECT_EQ(&defaultInstance<FrmXIMU>(), &goods);
+}
+
+TEST_F(Commands, EveryChildOpensWholeWithinTheFrame) {
+  for (const QString& name : {u"mnuXimu"_s, u"mnuFuwu"_s, u"mnuQust_WEB"_s}) {
+    entry(name)->trigger();
+  }
+  for (const QMdiSubWindow* child : frame->findChildren<QMdiSubWindow*>()) {
+    EXPECT_TRUE(child->parentWidget()->rect().contains(child->geometry()))
+        << child->windowTitle().toStdString();
+  }
+  EXPECT_EQ(frame->findChildren<QMdiSubWindow*>().size(), 3);
 }
 
 TEST_F(Commands, SettingsAndSplashOpen) {

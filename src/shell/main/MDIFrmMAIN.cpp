@@ -13,6 +13,7 @@
 #include <QMenuBar>
 #include <QToolBar>
 #include <QUrl>
+#include <algorithm>
 
 #include "account/frmLogin_qy.h"
 #include "forms/Form.h"
@@ -33,6 +34,8 @@ namespace {
 constexpr int firstWidth = 1180;
 constexpr int firstHeight = 760;
 constexpr int loginDelay = 1000;
+constexpr int cascadeStep = 30;
+constexpr int cascadeLength = 6;
 
 }  // namespace
 
@@ -97,6 +100,11 @@ void MDIFrmMAIN::attachChild(Form& form) {
   window->setWindowIcon(QApplication::windowIcon());
   const QSize room = area_->viewport()->size() - QSize(8, 8);
   window->resize(wish.boundedTo(room).expandedTo(window->minimumSizeHint()));
+  // Each a step beside the one before, and never beyond the frame.
+  const auto steps = static_cast<int>((area_->subWindowList().size() - 1) % cascadeLength);
+  const QSize spare = room - window->size();
+  window->move(std::clamp(steps * cascadeStep, 0, std::max(0, spare.width())),
+               std::clamp(steps * cascadeStep, 0, std::max(0, spare.height())));
 }
 
 void MDIFrmMAIN::RefreshCommands() {
