@@ -4,6 +4,8 @@
 #include "catalogue/FrmFUWU.h"
 #include "catalogue/FrmQUST_WEB.h"
 #include "catalogue/FrmXIMU.h"
+#include "messaging/frmPeer.h"
+#include "messaging/frmXIXI.h"
 #include "shell/FrmINTERNET.h"
 #include "shell/frmSplash.h"
 #include "shell/main/MDIFrmMAIN.h"
@@ -54,8 +56,8 @@ QList<Command> commandTable(MDIFrmMAIN& frame) {
       never(u"mnuRegistr_CY"_s, u"修改产业注册信息"_s),
       never(u"mnuRegistr_YH"_s, u"修改用户注册信息"_s),
       separator(u"mnuTemp1"_s),
-      {u"mnuPeer"_s, u"接收消息"_s, online, false, true},
-      {u"mnuXIXI"_s, u"历史消息"_s, loggedIn, false, true},
+      {u"mnuPeer"_s, u"接收消息"_s, online, false, true, loadScreen<frmPeer>},
+      {u"mnuXIXI"_s, u"历史消息"_s, loggedIn, false, true, loadScreen<frmXIXI>},
       never(u"mnuIcq"_s, u"信息"_s),
       never(u"mnuGroup"_s, u"分组"_s),
       never(u"mnuOnline"_s, u"在线"_s),

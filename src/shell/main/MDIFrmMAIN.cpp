@@ -19,6 +19,7 @@
 #include "forms/Form.h"
 #include "forms/Icons.h"
 #include "forms/StatusBar.h"
+#include "messaging/frmPeer.h"
 #include "shell/AppState.h"
 #include "shell/FrmINTERNET.h"
 #include "shell/frmSplash.h"
@@ -141,6 +142,7 @@ void MDIFrmMAIN::load() {
   firstRun();
   state.gWebServer = u"HTTP://"_s + state.settings.text(u"WebServer"_s) + u"/"_s;
   readSettingsIntoState();
+  if (state.gAutoPeer == 1) defaultInstance<frmPeer>().Timer3->setEnabled(true);
   state.inetQuotes.AccessType = state.gAccessType;
   state.inetQuotes.Proxy = state.gProxy;
   Timer1->setEnabled(true);
@@ -195,6 +197,7 @@ void MDIFrmMAIN::stop() {
   Timer1->setEnabled(false);
   LogoutPortal();
   app().inetQuotes.Cancel();
+  unload<frmPeer>();
   TrayRemove();
   closeWindowTitled(productTitle());
   // What is still open, such as the login or a report, goes with the frame.
