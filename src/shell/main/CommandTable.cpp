@@ -6,6 +6,8 @@
 #include "catalogue/FrmXIMU.h"
 #include "messaging/frmPeer.h"
 #include "messaging/frmXIXI.h"
+#include "reports/screens/FrmQueryJIHU.h"
+#include "reports/screens/FrmQueryXISH.h"
 #include "shell/FrmINTERNET.h"
 #include "shell/frmSplash.h"
 #include "shell/main/MDIFrmMAIN.h"
@@ -77,11 +79,11 @@ QList<Command> commandTable(MDIFrmMAIN& frame) {
       separator(u"mnuTemp4"_s),
       {u"mnuDIHU_XS"_s, u"销售订单(BTOC)"_s, online},
       {u"mnuGOHU_XS"_s, u"销售订单(BTOB)"_s, online, false, true},
-      {u"mnuQueryXish"_s, u"销售订单统计"_s, loggedIn},
+      {u"mnuQueryXish"_s, u"销售订单统计"_s, loggedIn, false, false, loadScreen<FrmQueryXISH>},
       separator(u"mnuTemp5"_s),
       {u"mnuSelect"_s, u"征订商品检索"_s, online, false, true},
       {u"mnuGOHU_JH"_s, u"进货订单"_s, online, false, true},
-      {u"mnuQueryJIHU"_s, u"进货订单统计"_s, loggedIn},
+      {u"mnuQueryJIHU"_s, u"进货订单统计"_s, loggedIn, false, false, loadScreen<FrmQueryJIHU>},
       separator(u"mnuTemp7"_s),
       {u"mnuView2"_s, u"公共信息"_s, online},
       {u"mnuView"_s, u"变动信息"_s, online},
