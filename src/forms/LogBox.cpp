@@ -14,6 +14,8 @@ namespace {
 /// A line costs much more memory than its characters, so empty lines without end are cut earlier.
 constexpr int mostLines = 200'000;
 
+constexpr int frameInterval = 16;  // milliseconds
+
 QPlainTextEdit& memoOf(const TextBox& box) {
   return *qobject_cast<QPlainTextEdit*>(box.editor());
 }
@@ -24,10 +26,14 @@ LogBox::LogBox(const QString& name, qsizetype limit, QWidget* parent)
     : TextBox(name, Lines::Many, parent), limit_(limit) {
   setReadOnly(true);
   memoOf(*this).setUndoRedoEnabled(false);
+  painting_.setSingleShot(true);
+  painting_.setInterval(frameInterval);
+  connect(&painting_, &QTimer::timeout, this, [this] { memoOf(*this).setUpdatesEnabled(true); });
 }
 
 void LogBox::prepend(const QString& text) {
   if (text.isEmpty()) return;
+  holdPainting();
   {
     // The base compares whole texts to tell changes, which a long log cannot afford.
     const QSignalBlocker quiet(memoOf(*this));
@@ -59,6 +65,14 @@ void LogBox::trim() {
   rest.setPosition(length, QTextCursor::KeepAnchor);
   rest.removeSelectedText();
   rest.endEditBlock();
+}
+
+/// A new text on top moves all the others and the scroll bar, so each would have the whole box
+/// painted anew.
+void LogBox::holdPainting() {
+  if (painting_.isActive()) return;
+  memoOf(*this).setUpdatesEnabled(false);
+  painting_.start();
 }
 
 /// A document keeps every character that was ever inserted, the removed ones too, until all of its

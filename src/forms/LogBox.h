@@ -1,11 +1,14 @@
 #pragma once
 
+#include <QTimer>
+
 #include "forms/TextBox.h"
 
 namespace qinghe {
 
 /// A read-only box of many lines that grows at its top. Putting a text on top costs the same
-/// however long the rest is; what is beyond the limit falls off at the end.
+/// however long the rest is; what is beyond the limit falls off at the end. However many texts
+/// come, it paints no more often than a screen shows.
 class LogBox : public TextBox {
   Q_OBJECT
 
@@ -19,9 +22,11 @@ class LogBox : public TextBox {
   using TextBox::setText;
   void trim();
   void rebuild();
+  void holdPainting();
 
   qsizetype limit_;         ///< in characters, a line break as one
   qsizetype inserted_ = 0;  ///< since the last rebuild
+  QTimer painting_;         ///< runs while painting is held back
 };
 
 }  // namespace qinghe

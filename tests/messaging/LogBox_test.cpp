@@ -5,6 +5,7 @@
 #include <QElapsedTimer>
 #include <QPlainTextEdit>
 #include <QSignalSpy>
+#include <QTest>
 
 #include "messaging/resident_memory.h"
 
@@ -62,6 +63,42 @@ TEST(LogBox, KeepsNothingOfWhatFellOff) {
   if (memoryCanBeMeasured) {
     EXPECT_LT(residentMemory() - before, 20 * 1024) << "KiB, of 60,000 that came";
   }
+}
+
+/// Counts how often a widget is painted.
+class PaintCounter : public QObject {
+ public:
+  int count = 0;
+
+ protected:
+  bool eventFilter(QObject* /*watched*/, QEvent* event) override {
+    if (event->type() == QEvent::Paint) ++count;
+    return false;
+  }
+};
+
+TEST(LogBox, PaintsABurstOfTextsAFewTimesAndTheLastOfThemSurely) {
+  LogBox box(u"txtReceive(0)"_s, 1000);
+  box.resize(300, 200);
+  box.show();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&box));
+  QCoreApplication::processEvents();
+  auto* memo = qobject_cast<QPlainTextEdit*>(box.editor());
+  PaintCounter painted;
+  memo->viewport()->installEventFilter(&painted);
+  QElapsedTimer clock;
+  clock.start();
+  constexpr int texts = 500;
+  for (int i = 0; i < texts; ++i) {
+    box.prepend(u"你好\r\n"_s);
+    QCoreApplication::processEvents();
+  }
+  EXPECT_LE(painted.count, clock.elapsed() / 15 + 2);
+  EXPECT_LT(painted.count, texts / 2);
+  const int before = painted.count;
+  box.prepend(u"最后"_s);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return painted.count > before; }));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return memo->updatesEnabled(); }));
 }
 
 double millisecondsOfHundred(LogBox& box) {
