@@ -134,7 +134,8 @@ CREATE TABLE GOKU (
   BAXI     DOUBLE,
   LING     DOUBLE
 );
-CREATE INDEX GOKU_R_ID ON GOKU (R_ID);
+-- A save finds each line by its order and its goods.
+CREATE INDEX GOKU_R_ID ON GOKU (R_ID, XIMU_ID);
 CREATE INDEX GOKU_GOHU_ID ON GOKU (GOHU_ID);
 
 -- Retail orders.

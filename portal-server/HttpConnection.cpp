@@ -9,7 +9,9 @@
 #include <tuple>
 
 #include "AnswerPage.h"
+#include "Multipart.h"
 #include "RequestLine.h"
+#include "picture_pages.h"
 #include "text_codec.h"
 
 namespace qinghe::portal_server {
@@ -22,12 +24,17 @@ namespace {
 
 constexpr auto plain = net::as_tuple(net::use_awaitable);
 constexpr std::size_t readAtOnce = 16 * 1024;
+constexpr std::size_t mostKeptBuffer = 64 * 1024;
+constexpr std::size_t bodyReadAtOnce = 64 * 1024;
 constexpr std::size_t mostDrained = 16U << 20U;
 constexpr auto drainTime = std::chrono::seconds(2);
 constexpr std::string_view headEnd = "\r\n\r\n";
 constexpr std::string_view continueLine = "HTTP/1.1 100 Continue\r\n\r\n";
 constexpr std::string_view browserPolicy =
-    "default-src 'none'; style-src 'unsafe-inline'; img-src 'self'; form-action 'self'";
+    "default-src 'none'; style-src 'unsafe-inline'; img-src 'self'; form-action 'self'; "
+    "base-uri 'none'; frame-ancestors 'none'";
+// In a browser somebody else's page would run as one of ours.
+constexpr std::string_view foreignPolicy = "sandbox; default-src 'none'";
 
 std::string addressOf(const net::ip::tcp::socket& socket) {
   boost::system::error_code error;
@@ -53,14 +60,46 @@ std::string_view viewOf(beast::string_view text) {
   return {text.data(), text.size()};
 }
 
+// What no browser leaves out all of, and the client never sends. A page may keep its browser from
+// telling where it comes from, but not from telling its name.
+bool isBrowsers(const http::fields& headers) {
+  for (const char* telling : {"Origin", "Referer", "Sec-Fetch-Site", "Sec-Fetch-Mode"}) {
+    if (headers.find(telling) != headers.end()) return true;
+  }
+  return lowered(viewOf(headers[http::field::user_agent])).starts_with("mozilla/");
+}
+
+// What a form or the client's own lines of "a=1&b=2" posted. False when a form is broken.
+bool addPosted(PortalRequest& request, std::string_view contentType, std::string_view body) {
+  request.posted = true;
+  const auto boundary = formBoundary(contentType);
+  if (!boundary) {
+    request.parameters.add(body);
+    return true;
+  }
+  const auto parts = parseForm(body, *boundary);
+  if (!parts) return false;
+  for (const FormPart& part : *parts) {
+    if (part.isFile)
+      request.file = part.bytes;
+    else
+      request.parameters.add(part.name, part.bytes);
+  }
+  return true;
+}
+
 std::string answerHead(const PortalAnswer& page, bool http11, bool keep) {
   std::string head(http11 ? "HTTP/1.1 " : "HTTP/1.0 ");
   head.append(std::to_string(page.status)).append(" ");
   head.append(viewOf(http::obsolete_reason(static_cast<http::status>(page.status))));
-  head.append("\r\nServer: qinghe-portal\r\nContent-Type: text/html; charset=GBK\r\n");
-  head.append("Cache-Control: no-store\r\nX-Content-Type-Options: nosniff\r\n");
+  head.append("\r\nServer: qinghe-portal\r\nContent-Type: ");
+  head.append(page.contentType.empty() ? "text/html; charset=GBK" : page.contentType);
+  if (!page.location.empty()) head.append("\r\nLocation: ").append(page.location);
+  head.append("\r\nCache-Control: no-store\r\nX-Content-Type-Options: nosniff\r\n");
   if (page.forBrowser) {
     head.append("Content-Security-Policy: ").append(browserPolicy).append("\r\n");
+  } else if (page.foreign) {
+    head.append("Content-Security-Policy: ").append(foreignPolicy).append("\r\n");
   }
   head.append(keep ? "Connection: keep-alive" : "Connection: close");
   head.append("\r\nContent-Length: ").append(std::to_string(page.body.size()));
@@ -69,8 +108,21 @@ std::string answerHead(const PortalAnswer& page, bool http11, bool keep) {
 
 }  // namespace
 
+// Somebody who sent too big a picture gets words, not an empty page.
+PortalAnswer HttpConnection::refusal(const Incoming& incoming) {
+  const bool picture =
+      incoming.refused == 413 && parseTarget(incoming.target).path == pictureUploadPath;
+  PortalAnswer answer = picture ? imageTooBigPage() : unmarkedAnswer(incoming.refused, {});
+  answer.note = incoming.note;
+  return answer;
+}
+
 HttpConnection::HttpConnection(HttpServer& server, net::ip::tcp::socket socket)
-    : server_(server), socket_(std::move(socket)), address_(addressOf(socket_)) {
+    : server_(server),
+      socket_(std::move(socket)),
+      // The library gathers whatever stands between two chunks for as long as there is room.
+      buffer_(server.limits_.requestLine + server.limits_.headers + 2 * bodyReadAtOnce),
+      address_(addressOf(socket_)) {
   boost::system::error_code ignored;
   socket_.set_option(net::ip::tcp::no_delay(true), ignored);
   socket_.non_blocking(true, ignored);
@@ -98,14 +150,15 @@ void HttpConnection::cutIfLate(std::chrono::steady_clock::time_point now) {
   if (now < deadline_) return;
   deadline_ = never;
   if (!idle_) {
-    server_.log_.note(address_ + " cut off: too slow");
-    server_.scheduleFlush();
+    server_.tell(address_ + " cut off: too slow");
   }
   cut();
 }
 
-void HttpConnection::allow(std::chrono::milliseconds time) {
-  deadline_ = std::chrono::steady_clock::now() + time;
+void HttpConnection::allow(std::chrono::milliseconds time, std::size_t bytes) {
+  const auto more =
+      static_cast<std::chrono::milliseconds::rep>(bytes / server_.limits_.slowestRate);
+  deadline_ = std::chrono::steady_clock::now() + time + std::chrono::milliseconds(more);
 }
 
 net::awaitable<void> HttpConnection::serve() {
@@ -121,6 +174,8 @@ net::awaitable<void> HttpConnection::serve() {
     log(request, page, page.body.size(), began);
     goOn = co_await send(incoming, std::move(page));
     if (incoming.refused != 0) co_await drain();
+    // What one long request needed is not kept while its connection is idle.
+    if (buffer_.capacity() > mostKeptBuffer) buffer_.shrink_to_fit();
   }
   boost::system::error_code ignored;
   socket_.shutdown(net::ip::tcp::socket::shutdown_send, ignored);
@@ -172,6 +227,9 @@ net::awaitable<HttpConnection::Incoming> HttpConnection::receive() {
     co_return incoming;
   }
   incoming.host = lowered(viewOf(parser.get()[http::field::host]));
+  incoming.origin = lowered(viewOf(parser.get()[http::field::origin]));
+  incoming.byBrowser = isBrowsers(parser.get());
+  incoming.contentType = viewOf(parser.get()[http::field::content_type]);
   incoming.keepAlive = parser.keep_alive();
   if (!parser.is_done()) co_await receiveBody(parser, incoming);
   incoming.body = std::move(parser.get().body());
@@ -180,13 +238,18 @@ net::awaitable<HttpConnection::Incoming> HttpConnection::receive() {
 
 net::awaitable<std::size_t> HttpConnection::receiveHead(Incoming& incoming) {
   idle_ = buffer_.size() == 0;
+  idleSince_ = std::chrono::steady_clock::now();
   bool bounded = !idle_;
   allow(idle_ ? server_.limits_.idle : server_.limits_.transfer);
   std::size_t searched = 0;
+  std::size_t lineEnd = std::string_view::npos;
   for (;;) {
+    // Whatever has been looked at is not looked at again, however few bytes come at a time.
     const std::string_view got = viewOf(buffer_);
     const std::size_t end = got.find(headEnd, searched);
-    const std::size_t lineEnd = got.substr(0, server_.limits_.requestLine + 2).find("\r\n");
+    if (lineEnd == std::string_view::npos) {
+      lineEnd = got.substr(0, server_.limits_.requestLine + 2).find("\r\n", searched);
+    }
     if (lineEnd == std::string_view::npos && got.size() > server_.limits_.requestLine) {
       incoming.refused = 414;
       incoming.note = "request line is too long";
@@ -213,7 +276,7 @@ net::awaitable<std::size_t> HttpConnection::receiveHead(Incoming& incoming) {
 }
 
 net::awaitable<void> HttpConnection::receiveBody(Parser& parser, Incoming& incoming) {
-  allow(server_.limits_.transfer);
+  allow(server_.limits_.transfer, parser.content_length().value_or(0));
   if (sameName(viewOf(parser.get()[http::field::expect]), "100-continue")) {
     co_await net::async_write(socket_, net::buffer(continueLine), plain);
   }
@@ -232,7 +295,7 @@ net::awaitable<void> HttpConnection::receiveBody(Parser& parser, Incoming& incom
 
 net::awaitable<PortalAnswer> HttpConnection::answer(const Incoming& incoming,
                                                     PortalRequest& request) {
-  if (incoming.refused != 0) co_return unmarkedAnswer(incoming.refused, incoming.note);
+  if (incoming.refused != 0) co_return refusal(incoming);
   const std::string_view method = incoming.method;
   if (method != "GET" && method != "HEAD" && method != "POST") {
     co_return unmarkedAnswer(405, "unknown method");
@@ -241,8 +304,12 @@ net::awaitable<PortalAnswer> HttpConnection::answer(const Incoming& incoming,
   request.path = target.path;
   request.host = incoming.host.empty() ? target.host : incoming.host;
   request.parameters.add(target.query);
-  if (method == "POST") request.parameters.add(incoming.body);
-  co_return co_await server_.answered(request);
+  if (method == "POST" && !addPosted(request, incoming.contentType, incoming.body)) {
+    co_return unmarkedAnswer(400, "broken form");
+  }
+  request.origin = incoming.origin;
+  request.byBrowser = incoming.byBrowser;
+  co_return co_await server_.desk_.answered(request);
 }
 
 net::awaitable<bool> HttpConnection::send(const Incoming& incoming, PortalAnswer page) {
@@ -253,11 +320,24 @@ net::awaitable<bool> HttpConnection::send(const Incoming& incoming, PortalAnswer
   boost::system::error_code error;
   std::size_t sent = socket_.write_some(net::buffer(wire), error);
   if (error == net::error::would_block) error.clear();
-  if (!error && sent < wire.size()) {
-    allow(server_.limits_.transfer);
-    std::tie(error, sent) = co_await net::async_write(socket_, net::buffer(wire) + sent, plain);
+  if (error) co_return false;
+  if (sent < wire.size() && !co_await sendRest(std::string_view(wire).substr(sent))) {
+    co_return false;
   }
-  co_return !error && keep;
+  co_return keep;
+}
+
+net::awaitable<bool> HttpConnection::sendRest(std::string_view rest) {
+  if (rest.size() > server_.limits_.unsent - std::min(server_.unsent_, server_.limits_.unsent)) {
+    server_.tell(address_ + " cut off: too much is on its way already");
+    cut();
+    co_return false;
+  }
+  allow(server_.limits_.transfer, rest.size());
+  server_.unsent_ += rest.size();
+  const auto [error, sent] = co_await net::async_write(socket_, net::buffer(rest), plain);
+  server_.unsent_ -= rest.size();
+  co_return !error;
 }
 
 void HttpConnection::log(const PortalRequest& request, const PortalAnswer& page, std::size_t bytes,

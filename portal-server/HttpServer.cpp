@@ -1,12 +1,10 @@
 #include "HttpServer.h"
 
 #include <boost/asio/as_tuple.hpp>
-#include <boost/asio/bind_executor.hpp>
 #include <boost/asio/co_spawn.hpp>
 #include <boost/asio/detached.hpp>
 #include <boost/asio/use_awaitable.hpp>
 
-#include "AnswerPage.h"
 #include "HttpConnection.h"
 
 namespace qinghe::portal_server {
@@ -24,18 +22,13 @@ constexpr auto plain = net::as_tuple(net::use_awaitable);
 
 HttpServer::HttpServer(net::io_context& context, Portal& portal, RequestLog& log, Limits limits)
     : context_(context),
-      portal_(portal),
       log_(log),
       limits_(limits),
       acceptor_(context),
       flushTimer_(context),
       farewellTimer_(context),
       watchTimer_(context),
-      houseTimer_(context) {}
-
-HttpServer::~HttpServer() {
-  writer_.join();
-}
+      desk_(context, portal, limits, [this](const std::string& words) { tell(words); }) {}
 
 HttpServer::Tcp::endpoint HttpServer::listen(const Tcp::endpoint& endpoint) {
   acceptor_.open(endpoint.protocol());
@@ -44,17 +37,16 @@ HttpServer::Tcp::endpoint HttpServer::listen(const Tcp::endpoint& endpoint) {
   acceptor_.listen(net::socket_base::max_listen_connections);
   net::co_spawn(context_, accept(), net::detached);
   net::co_spawn(context_, watch(), net::detached);
-  net::co_spawn(context_, keepHouse(), net::detached);
+  net::co_spawn(context_, desk_.keepHouse(), net::detached);
   return acceptor_.local_endpoint();
 }
 
 void HttpServer::stop() {
   if (stopping_) return;
   stopping_ = true;
+  desk_.stop();
   boost::system::error_code ignored;
   acceptor_.close(ignored);
-  houseTimer_.cancel();
-  for (net::steady_timer* timer : heldBack_) timer->cancel();
   for (HttpConnection* connection : connections_) connection->stopIfIdle();
   if (connections_.empty()) {
     watchTimer_.cancel();
@@ -78,15 +70,43 @@ net::awaitable<void> HttpServer::accept() {
       co_await pause.async_wait(plain);
       continue;
     }
-    if (connections_.size() >= limits_.connections) {
-      log_.note("too many connections, one turned away");
-      scheduleFlush();
+    auto connection = std::make_shared<HttpConnection>(*this, std::move(socket));
+    if (!makeRoom(*connection)) {
+      tell("too many connections, one turned away");
       continue;
     }
-    auto connection = std::make_shared<HttpConnection>(*this, std::move(socket));
     net::co_spawn(
         context_, [connection] { return connection->serve(); }, net::detached);
   }
+}
+
+bool HttpServer::makeRoom(const HttpConnection& arrived) {
+  std::size_t all = 0;
+  std::size_t ofItsClient = 0;
+  HttpConnection* oldest = nullptr;
+  HttpConnection* oldestOfItsClient = nullptr;
+  const auto older = [](HttpConnection* left, HttpConnection* right) {
+    return !left || right->idleSince() < left->idleSince() ? right : left;
+  };
+  for (HttpConnection* each : connections_) {
+    if (each->isCut()) continue;
+    const bool related = each->address() == arrived.address();
+    ++all;
+    if (related) ++ofItsClient;
+    if (each == &arrived || !each->isIdle()) continue;
+    oldest = older(oldest, each);
+    if (related) oldestOfItsClient = older(oldestOfItsClient, each);
+  }
+  HttpConnection* leaving = nullptr;
+  if (ofItsClient > limits_.connectionsOfOneClient) {
+    leaving = oldestOfItsClient;
+  } else if (all > limits_.connections) {
+    leaving = oldest;
+  } else {
+    return true;
+  }
+  if (leaving) leaving->cut();
+  return leaving != nullptr;
 }
 
 // One look at all connections now and then costs less than a timer for each read and write.
@@ -99,79 +119,9 @@ net::awaitable<void> HttpServer::watch() {
   }
 }
 
-net::awaitable<PortalAnswer> HttpServer::answered(PortalRequest request) {
-  if (!Portal::unwrapRelay(request)) {
-    co_return unmarkedAnswer(200, "refused: the relay serves this portal's own pages");
-  }
-  noteVisit(request.address);
-  const bool login = Portal::isLogin(request);
-  if (login) {
-    const auto wait = brake_.admit(request.address, LoginBrake::Clock::now());
-    if (!wait) co_return unmarkedAnswer(200, "refused: too many failed logins");
-    if (*wait > LoginBrake::Clock::duration{} && !co_await heldBack(*wait)) {
-      co_return unmarkedAnswer(503, "refused: the server stops");
-    }
-  }
-  if (!Portal::isWrite(request)) co_return portal_.answer(request);
-  const auto work = [this, &request]() -> net::awaitable<PortalAnswer> {
-    co_return portal_.answer(request);
-  };
-  PortalAnswer answer = co_await net::co_spawn(writer_, work, net::use_awaitable);
-  if (login && answer.loginRefused) {
-    brake_.failed(request.address, LoginBrake::Clock::now());
-  } else if (login && answer.status == 200) {
-    brake_.succeeded(request.address);
-  }
-  co_return answer;
-}
-
-net::awaitable<bool> HttpServer::heldBack(LoginBrake::Clock::duration wait) {
-  if (stopping_) co_return false;
-  net::steady_timer timer(context_, wait);
-  heldBack_.insert(&timer);
-  co_await timer.async_wait(plain);
-  heldBack_.erase(&timer);
-  co_return !stopping_;
-}
-
-net::awaitable<void> HttpServer::keepHouse() {
-  while (!stopping_) {
-    const auto now = Visits::Clock::now();
-    visits_.forgetBefore(now - portal_.rules().offlineAfter);
-    const auto work = [this, now, seen = visits_.all()]() -> net::awaitable<void> {
-      portal_.keepHouse(seen, now);
-      co_return;
-    };
-    const auto [failure] = co_await net::co_spawn(writer_, work, plain);
-    tellFailure(failure);
-    if (stopping_) break;
-    houseTimer_.expires_after(limits_.house);
-    co_await houseTimer_.async_wait(plain);
-  }
-}
-
-// The request itself does not wait for this; it queues up behind what is written already.
-void HttpServer::noteVisit(const std::string& address) {
-  const auto now = Visits::Clock::now();
-  if (!visits_.note(address, now)) return;
-  net::co_spawn(
-      writer_,
-      [this, visit = Visit{address, now}]() -> net::awaitable<void> {
-        portal_.welcome(visit);
-        co_return;
-      },
-      net::bind_executor(context_,
-                         [this](const std::exception_ptr& failure) { tellFailure(failure); }));
-}
-
-void HttpServer::tellFailure(const std::exception_ptr& failure) {
-  if (!failure) return;
-  try {
-    std::rethrow_exception(failure);
-  } catch (const std::exception& error) {
-    log_.note(std::string("housekeeping failed: ") + error.what());
-    scheduleFlush();
-  }
+void HttpServer::tell(const std::string& words) {
+  log_.note(words);
+  scheduleFlush();
 }
 
 void HttpServer::scheduleFlush() {

@@ -48,6 +48,9 @@ bool readValue(const std::string& name, const std::string& value, Options& optio
   } else if (name == "--keep-messages") {
     if (!readSpan(value, mostDays, span)) error = "not 1 to 3650 days: " + value;
     options.rules.keepMessages = std::chrono::days(span);
+  } else if (name == "--keep-logins") {
+    if (!readSpan(value, mostDays, span)) error = "not 1 to 3650 days: " + value;
+    options.rules.keepLogins = std::chrono::days(span);
   } else {
     if (!readSpan(value, mostMinutes, span)) error = "not 1 to 1440 minutes: " + value;
     options.rules.offlineAfter = std::chrono::minutes(span);
@@ -56,7 +59,8 @@ bool readValue(const std::string& name, const std::string& value, Options& optio
 }
 
 bool takesValue(const std::string& name) {
-  constexpr std::array names{"--listen", "--db", "--log", "--keep-messages", "--offline-after"};
+  constexpr std::array names{"--listen",        "--db",          "--log",
+                             "--keep-messages", "--keep-logins", "--offline-after"};
   return std::find(names.begin(), names.end(), name) != names.end();
 }
 
@@ -71,6 +75,8 @@ std::optional<Options> parseOptions(const std::vector<std::string>& arguments, s
       options.help = true;
     } else if (name == "--demo") {
       options.demo = true;
+    } else if (name == "--relay-own-network") {
+      options.rules.relayOwnNetwork = true;
     } else if (!takesValue(name)) {
       error = "unknown option: " + name;
       return {};
@@ -86,15 +92,21 @@ std::optional<Options> parseOptions(const std::vector<std::string>& arguments, s
 
 std::string usage() {
   return "usage: qinghe-portal [--listen ADDR:PORT] [--db FILE] [--log FILE] [--demo]\n"
-         "                     [--keep-messages DAYS] [--offline-after MINUTES]\n"
+         "                     [--keep-messages DAYS] [--keep-logins DAYS]\n"
+         "                     [--offline-after MINUTES] [--relay-own-network]\n"
          "\n"
          "  --listen ADDR:PORT       where to listen (127.0.0.1:8180); port 0 takes a free one\n"
          "  --db FILE                the database, made when it is missing (portal.db)\n"
          "  --log FILE               one line a request (the standard output)\n"
          "  --demo                   fills an empty database with a small made-up trade\n"
          "  --keep-messages DAYS     how long an inbox keeps a message, 1 to 3650 (30)\n"
+         "  --keep-logins DAYS       without a request from its address, a login is forgotten "
+         "after\n"
+         "                           that long, 1 to 3650 (7); the user logs in again\n"
          "  --offline-after MINUTES  without a request, a company is told as offline after\n"
          "                           that long, 1 to 1440 (15); its login stays\n"
+         "  --relay-own-network      an information service may read a page inside this\n"
+         "                           network; otherwise only those on the internet\n"
          "  --help                   this text\n"
          "\n"
          "It prints \"listening on ADDR:PORT\" once it takes requests, and stops on SIGTERM.\n";

@@ -1,9 +1,12 @@
 #pragma once
 
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
 #include "Parameters.h"
+#include "picture_codec.h"
 
 namespace qinghe::portal_server {
 
@@ -11,17 +14,28 @@ namespace qinghe::portal_server {
 struct PortalRequest {
   std::string path;  ///< lower case, without the leading "/"
   Parameters parameters;
-  std::string address;  ///< of the asking client
-  std::string host;     ///< lower case, as the client named the portal; empty if it did not
+  std::string address;      ///< of the asking client
+  std::string host;         ///< lower case, as the client named the portal; empty if it did not
+  bool posted = false;      ///< came as a POST
+  std::string origin = {};  ///< lower case, the page that a browser posted from; mostly empty
+  std::string file = {};    ///< the content of the one file of a posted form
+  std::optional<PictureReading> picture = {};  ///< what that file was read as
+  bool byBrowser = false;                      ///< a browser asks, and not the client
 };
+
+/// What an answer means for the next attempt of that client, where attempts are slowed down.
+enum class Brake : std::uint8_t { Stays, Tightens, Releases };
 
 /// What a page answers.
 struct PortalAnswer {
   unsigned status = 200;
   std::string body = {};  ///< code page bytes
   std::string note = {};  ///< for the log
-  bool loginRefused = false;
-  bool forBrowser = false;  ///< shown by a browser, not read by the client
+  Brake brake = Brake::Stays;
+  bool forBrowser = false;       ///< shown by a browser, not read by the client
+  std::string contentType = {};  ///< empty: a page in the code page
+  std::string location = {};     ///< where a browser is led instead, a path of this portal
+  bool foreign = false;          ///< somebody else's page, in its own bytes
 };
 
 /// A request target as it stood in a request line or in the relay's parameter.

@@ -13,6 +13,9 @@ namespace {
 
 using Row = std::vector<Assignment>;
 
+// Deeper than any tree that a person keeps.
+constexpr int deepestTree = 100;
+
 constexpr std::array<std::string_view, 5> requestNames{"stable", "structn", "stother", "stid",
                                                        "sid"};
 
@@ -104,6 +107,7 @@ std::int64_t RecordWriter::saveOwned(const Table& table, const RowKey& key, Row 
   if (kept) {
     const std::int64_t keptOwner = kept->integer(table.owner);
     if (contains(visitors_, keptOwner) && (!owner || *owner == keptOwner)) {
+      checkParent(table, row, key.id, keptOwner);
       return change(table, key.id, row);
     }
   }
@@ -112,6 +116,7 @@ std::int64_t RecordWriter::saveOwned(const Table& table, const RowKey& key, Row 
   const bool imported = table.rule == WriteRule::Importing && key.owner.has_value();
   if (key.id > 0 && !imported) throw Refusal("foreign write");
   if (!named) throw Refusal("new row without its owner");
+  checkParent(table, row, 0, *named);
   return store_.insert(table, row);
 }
 
@@ -147,6 +152,21 @@ std::int64_t RecordWriter::saveLine(const Table& table, const RowKey& key, const
 std::int64_t RecordWriter::change(const Table& table, std::int64_t id, const Row& row) {
   store_.update(table, id, row);
   return id;
+}
+
+void RecordWriter::checkParent(const Table& table, const Row& row, std::int64_t id,
+                               std::int64_t owner) {
+  const auto parent = postedNumber(row, "p_id");
+  if (!parent || *parent == 0) return;
+  auto item = store_.byId(table, *parent);
+  if (!item) throw Refusal("item below none");
+  const std::int64_t parentOwner = item->integer(table.owner);
+  if (parentOwner != 0 && parentOwner != owner) throw Refusal("item below a foreign one");
+  // A ring of items would hang below no root, out of everybody's reach.
+  for (int depth = 1; item; ++depth) {
+    if (depth == deepestTree || item->integer("id") == id) throw Refusal("item below itself");
+    item = store_.byId(table, item->integer("p_id"));
+  }
 }
 
 void RecordWriter::checkHalves(const Row& row, bool buyerHere, bool sellerHere) const {

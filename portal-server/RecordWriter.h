@@ -26,6 +26,8 @@ class RecordWriter {
   std::int64_t saveOrder(const Table& table, const RowKey& key, Row row);
   std::int64_t saveLine(const Table& table, const RowKey& key, const Row& row);
   std::int64_t change(const Table& table, std::int64_t id, const Row& row);
+  /// An item of a tree stands below one of its own enterprise, or one of all, and not below itself.
+  void checkParent(const Table& table, const Row& row, std::int64_t id, std::int64_t owner);
   void checkHalves(const Row& row, bool buyerHere, bool sellerHere) const;
 
   StoreWriter& store_;

@@ -7,9 +7,7 @@ namespace qinghe::portal_server {
 namespace {
 
 constexpr std::size_t mostStatements = 256;
-constexpr int stepsAtOnce = 10'000;
-// Some seconds of work for one statement: no list that a client asks for comes near it.
-constexpr long mostSteps = 20'000;
+constexpr int stepsAtOnce = 500;
 constexpr int busyMilliseconds = 10'000;
 
 // Leaves a statement ready for its next use, whatever happened to this one.
@@ -60,23 +58,53 @@ Cell cellAt(sqlite3_stmt* statement, int at, Type type) {
 
 }  // namespace
 
-SqliteConnection::SqliteConnection(const std::string& path, Mode mode) {
+SqliteConnection::SqliteConnection(const std::string& path) {
+  open(path, SQLITE_OPEN_CREATE);
+  // A reader never waits for the disk, and what is committed survives a power cut.
+  execute("PRAGMA journal_mode=WAL");
+  execute("PRAGMA synchronous=FULL");
+}
+
+SqliteConnection::SqliteConnection(const std::string& path, ReadLimits limits) : limits_(limits) {
+  open(path, 0);
+  execute("PRAGMA query_only=1");
+  boundReading();
+}
+
+void SqliteConnection::open(const std::string& path, int flags) {
+  // Counting what all threads allocate would cost each of them a lock a time.
+  [[maybe_unused]] static const int uncounted = sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0);
   sqlite3* opened = nullptr;
-  const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX |
-                    (mode == Mode::Writing ? SQLITE_OPEN_CREATE : 0);
-  const int result = sqlite3_open_v2(path.c_str(), &opened, flags, nullptr);
+  const int result = sqlite3_open_v2(path.c_str(), &opened,
+                                     SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | flags, nullptr);
   database_.reset(opened);
   if (result != SQLITE_OK) fail("cannot open " + path);
   sqlite3_busy_timeout(opened, busyMilliseconds);
   sqlite3_limit(opened, SQLITE_LIMIT_ATTACHED, 0);
   sqlite3_db_config(opened, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
-  if (mode == Mode::Writing) {
-    // A reader never waits for the disk, and what is committed survives a power cut.
-    execute("PRAGMA journal_mode=WAL");
-    execute("PRAGMA synchronous=FULL");
-  } else {
-    execute("PRAGMA query_only=1");
-    sqlite3_progress_handler(opened, stepsAtOnce, &SqliteConnection::countSteps, this);
+}
+
+void SqliteConnection::boundReading() {
+  const auto late = [](void* self) {
+    return static_cast<const SqliteConnection*>(self)->isLate() ? 1 : 0;
+  };
+  sqlite3_progress_handler(database_.get(), stepsAtOnce, late, this);
+  // The engine's own comparison, which it would not leave before the end.
+  sqlite3_create_function_v2(database_.get(), "like", 2,
+                             SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS, this,
+                             &SqliteConnection::like, nullptr, nullptr, nullptr);
+}
+
+void SqliteConnection::like(sqlite3_context* context, int, sqlite3_value** values) {
+  const auto* self = static_cast<const SqliteConnection*>(sqlite3_user_data(context));
+  const auto* pattern = reinterpret_cast<const char*>(sqlite3_value_text(values[0]));
+  const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(values[1]));
+  const std::int64_t cost =
+      std::int64_t{sqlite3_value_bytes(values[0])} * sqlite3_value_bytes(values[1]);
+  if (cost > self->limits_.comparison || self->isLate()) {
+    sqlite3_result_error_code(context, SQLITE_INTERRUPT);
+  } else if (pattern && text) {
+    sqlite3_result_int(context, sqlite3_strlike(pattern, text, 0) == 0);
   }
 }
 
@@ -152,7 +180,7 @@ sqlite3_stmt* SqliteConnection::bound(const Sql& sql) {
   for (const Value& value : sql.values) {
     if (bindValue(statement, ++at, value) != SQLITE_OK) fail("cannot bind");
   }
-  steps_ = 0;
+  if (limits_.time != Clock::duration::max()) deadline_ = Clock::now() + limits_.time;
   return statement;
 }
 
@@ -171,12 +199,9 @@ void SqliteConnection::run(const Sql& sql) {
 }
 
 void SqliteConnection::fail(const std::string& what) {
+  if (database_ && sqlite3_errcode(database_.get()) == SQLITE_INTERRUPT) throw TooSlow(what);
   const char* words = database_ ? sqlite3_errmsg(database_.get()) : "out of memory";
   throw std::runtime_error(what + ": " + words);
-}
-
-int SqliteConnection::countSteps(void* connection) {
-  return ++static_cast<SqliteConnection*>(connection)->steps_ > mostSteps ? 1 : 0;
 }
 
 }  // namespace qinghe::portal_server

@@ -2,6 +2,9 @@
 
 #include <sqlite3.h>
 
+#include <chrono>
+#include <cstdint>
+#include <limits>
 #include <list>
 #include <memory>
 #include <string>
@@ -15,10 +18,19 @@ namespace qinghe::portal_server {
 /// One connection to the database file, with the statements it has prepared. Used by one thread.
 class SqliteConnection final : public StoreWriter {
  public:
-  enum class Mode : std::uint8_t { Reading, Writing };
+  using Clock = std::chrono::steady_clock;
 
-  /// Opens the file, in `Writing` mode also making it. Throws `std::runtime_error`.
-  SqliteConnection(const std::string& path, Mode mode);
+  /// How far one statement may go before it is given up with `TooSlow`.
+  struct ReadLimits {
+    Clock::duration time;
+    /// Of one comparison with a pattern: the pattern's bytes times the text's.
+    std::int64_t comparison = std::numeric_limits<std::int64_t>::max();
+  };
+
+  /// Opens the file for writing, making it when it is missing. Throws `std::runtime_error`.
+  explicit SqliteConnection(const std::string& path);
+  /// Opens the file for reading alone.
+  SqliteConnection(const std::string& path, ReadLimits limits);
 
   void read(const Query& query, RowSink& sink) override;
   std::int64_t count(const Table& table, const Expression& condition) override;
@@ -49,12 +61,17 @@ class SqliteConnection final : public StoreWriter {
   bool step(sqlite3_stmt* statement);
   void run(const Sql& sql);
   [[noreturn]] void fail(const std::string& what);
-  static int countSteps(void* connection);
+  void open(const std::string& path, int flags);
+  /// Lets the engine ask now and then, and at each comparison, whether it may go on.
+  void boundReading();
+  bool isLate() const { return Clock::now() > deadline_; }
+  static void like(sqlite3_context* context, int count, sqlite3_value** values);
 
   std::unique_ptr<sqlite3, CloseDatabase> database_;
   std::list<Prepared> recent_;  // the one used last stands in front
   std::unordered_map<std::string_view, std::list<Prepared>::iterator> byText_;
-  long steps_ = 0;
+  ReadLimits limits_{Clock::duration::max()};
+  Clock::time_point deadline_ = Clock::time_point::max();
 };
 
 }  // namespace qinghe::portal_server

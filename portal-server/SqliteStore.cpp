@@ -21,11 +21,21 @@ void bringUpToDate(SqliteConnection& connection, const Table& table) {
   for (const std::string& statement : createIndexSql(table)) connection.execute(statement);
 }
 
+// A comparison cannot be interrupted; beyond a millisecond it is no work for in between.
+constexpr std::int64_t quickComparison = 4'000'000;
+
+SqliteConnection::ReadLimits quickly(SqliteStore::Patience patience) {
+  return {.time = patience.atOnce, .comparison = quickComparison};
+}
+
+SqliteConnection::ReadLimits thoroughly(SqliteStore::Patience patience) {
+  return {.time = patience.search};
+}
+
 }  // namespace
 
-SqliteStore::SqliteStore(const std::string& path)
-    : writing_(path, SqliteConnection::Mode::Writing),
-      reading_(path, SqliteConnection::Mode::Reading) {
+SqliteStore::SqliteStore(const std::string& path, Patience patience)
+    : writing_(path), reading_(path, quickly(patience)), searching_(path, thoroughly(patience)) {
   transact([&](StoreWriter&) {
     for (const Table& table : allTables()) {
       if (!table.distinct) bringUpToDate(writing_, table);

@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -47,6 +48,12 @@ class Record {
   std::vector<Assignment> cells_;
 };
 
+/// Reading was given up because it took longer than its reader may.
+class TooSlow : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
 /// Reads committed rows. Every failure of the store is an exception.
 class StoreReader {
  public:
@@ -69,11 +76,14 @@ class StoreWriter : public StoreReader {
   virtual void remove(const Table& table, const Expression& condition) = 0;
 };
 
-/// Where everything is kept. One thread reads, another one writes.
+/// Where everything is kept. Each reader, and the writing, belongs to one thread at a time.
 class Store {
  public:
   virtual ~Store() = default;
+  /// For what takes a moment: gives up early, so that nobody waits for another one's search.
   virtual StoreReader& reader() = 0;
+  /// For long searches: gives up after some seconds.
+  virtual StoreReader& patientReader() = 0;
   /// Runs `work` in one transaction: all of it is kept when it returns, on disk, and none of it
   /// when it throws.
   virtual void transact(const std::function<void(StoreWriter&)>& work) = 0;

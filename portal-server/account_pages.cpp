@@ -44,7 +44,7 @@ PortalAnswer refusedLogin() {
   page.endRow();
   PortalAnswer answer = std::move(page).finish();
   answer.note = "login refused";
-  answer.loginRefused = true;
+  answer.brake = Brake::Tightens;
   return answer;
 }
 
@@ -87,7 +87,9 @@ PortalAnswer loginPage(const PortalRequest& request, StoreWriter& store) {
   const auto row = store.first(enterprises(), Expression::equal(enterprises(), "user_no", number));
   if (!row || password.empty() || row->text("user_pass") != password) return refusedLogin();
   logIn(store, request.address, row->integer("id"));
-  return accountAnswer(*row);
+  PortalAnswer answer = accountAnswer(*row);
+  answer.brake = Brake::Releases;
+  return answer;
 }
 
 PortalAnswer logoutPage(const PortalRequest& request, StoreWriter& store) {
@@ -120,7 +122,9 @@ PortalAnswer registrationPage(const PortalRequest& request, StoreWriter& store) 
     });
     store.update(enterprises(), id, row);
   }
-  return accountAnswer(*store.byId(enterprises(), id));
+  PortalAnswer answer = accountAnswer(*store.byId(enterprises(), id));
+  if (key.id == 0) answer.brake = Brake::Tightens;
+  return answer;
 }
 
 PortalAnswer updateLoginPage(const PortalRequest& request, StoreWriter& store) {

@@ -95,6 +95,10 @@ void welcomeBack(StoreWriter& store, const Visit& visit) {
   }
 }
 
+void dropOldLogins(StoreWriter& store, Visits::Clock::time_point now, std::chrono::days keep) {
+  store.remove(sessionTable(), compared(sessionTable(), "seen", "<", storedUtc(now - keep)));
+}
+
 void dropOldMessages(StoreWriter& store, Visits::Clock::time_point now, std::chrono::days keep) {
   const Table& messages = storedTable("xixi");
   store.remove(messages, compared(messages, "dtime", "<", storedLocal(now - keep)));

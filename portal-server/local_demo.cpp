@@ -78,6 +78,62 @@ void appendMirror(std::string& sql, std::string_view table, const Sheet& sheet,
   }
 }
 
+std::string number(std::string_view text) {
+  return text.empty() ? "0" : std::string(text);
+}
+
+std::string date(const Sheet& sheet, const Line& line, std::string_view column) {
+  const auto kept = storedDate(cell(sheet, line, column));
+  if (!kept) throw std::logic_error("demo data: an order without its date");
+  return literal(*kept);
+}
+
+void appendOrderLines(std::string& sql, const Sheet& sheet, std::string_view order,
+                      const std::string& localOrder, int* count) {
+  for (const Line& line : sheet.lines) {
+    if (cell(sheet, line, "gohu_id") != order) continue;
+    std::vector<std::pair<std::string_view, std::string>> cells{
+        {"id", std::to_string(++*count)}, {"R_ID", std::string(order)}, {"GOHU_ID", localOrder}};
+    for (const std::string_view name : {"ximu", "ximu_bh", "gesh", "ximu_no", "lebi"}) {
+      cells.emplace_back(name, literal(cell(sheet, line, name)));
+    }
+    for (const std::string_view name :
+         {"ximu_id", "shli", "jige", "jine", "zhko", "ynsh", "baxi", "ling"}) {
+      cells.emplace_back(name, number(cell(sheet, line, name)));
+    }
+    appendInsert(sql, "GOKU", cells);
+  }
+}
+
+// The enterprise's copies of the orders it is a party to. A copy knows its twin by the portal's
+// number of the order, in the header and in the lines.
+void appendOrders(std::string& sql, const Sheet& headers, const Sheet& lines,
+                  std::string_view enterprise) {
+  int orders = 0;
+  int count = 0;
+  for (const Line& line : headers.lines) {
+    const bool isParty = cell(headers, line, "gosh_id") == enterprise ||
+                         cell(headers, line, "kehu_id") == enterprise;
+    if (!isParty) continue;
+    const std::string_view twin = cell(headers, line, "id");
+    const std::string own = std::to_string(++orders);
+    std::vector<std::pair<std::string_view, std::string>> cells{
+        {"id", own},
+        {"R_ID", std::string(twin)},
+        {"ghrq", date(headers, line, "ghrq")},
+        {"fhrq", date(headers, line, "fhrq")}};
+    for (const std::string_view name : {"gohu_no", "gosh", "kehu", "feyo", "fhfs"}) {
+      cells.emplace_back(name, literal(cell(headers, line, name)));
+    }
+    for (const std::string_view name : {"gosh_id", "kehu_id", "jhhs", "xshs", "sh", "fh", "shli",
+                                        "jine", "zhko", "ynsh", "heji", "sher"}) {
+      cells.emplace_back(name, number(cell(headers, line, name)));
+    }
+    appendInsert(sql, "GOHU", cells);
+    appendOrderLines(sql, lines, twin, own, &count);
+  }
+}
+
 // What the enterprise wrote and what was written to it.
 void appendHistory(std::string& sql, const Sheet& sheet, std::string_view enterprise) {
   int number = 0;
@@ -136,6 +192,7 @@ std::string localDemoSql(const std::string& userNumber) {
                   {"SHXI", "shxi"},
                   {"JISH", "jish"},
                   {"NOTH", "noth"}});
+    appendOrders(sql, sheetOf(sheets, "gohu"), sheetOf(sheets, "goku"), id);
     appendHistory(sql, sheetOf(sheets, DemoData::localHistory), id);
     return sql + "COMMIT;\n";
   }

@@ -1,9 +1,13 @@
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/ip/address.hpp>
+#include <boost/asio/ip/tcp.hpp>
 #include <boost/asio/signal_set.hpp>
+#include <boost/system/system_error.hpp>
 #include <csignal>
 #include <exception>
 #include <iostream>
+#include <sstream>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -13,14 +17,27 @@
 #include "Portal.h"
 #include "RequestLog.h"
 #include "SqliteStore.h"
+#include "demo_pictures.h"
 
 namespace {
 
 using namespace qinghe::portal_server;
 
+// The library's own words name its source lines, which tell an operator nothing.
+boost::asio::ip::tcp::endpoint listenOn(HttpServer& server,
+                                        const boost::asio::ip::tcp::endpoint& wanted) {
+  try {
+    return server.listen(wanted);
+  } catch (const boost::system::system_error& error) {
+    std::ostringstream words;
+    words << "cannot listen on " << wanted << ": " << error.code().message();
+    throw std::runtime_error(words.str());
+  }
+}
+
 void run(const Options& options) {
   SqliteStore store(options.database);
-  if (options.demo) DemoData::fill(store);
+  if (options.demo && DemoData::fill(store)) fillDemoPictures(store);
   RequestLog log(options.log);
   Portal portal(store, options.rules);
 
@@ -29,9 +46,9 @@ void run(const Options& options) {
   boost::asio::signal_set signals(context, SIGTERM, SIGINT);
   signals.async_wait([&](boost::system::error_code, int) { server.stop(); });
 
-  const auto endpoint =
-      server.listen({boost::asio::ip::make_address(options.address), options.port});
-  std::cout << "listening on " << endpoint << std::endl;
+  const boost::asio::ip::tcp::endpoint wanted(boost::asio::ip::make_address(options.address),
+                                              options.port);
+  std::cout << "listening on " << listenOn(server, wanted) << std::endl;
   context.run();
   log.note("stopped");
 }

@@ -35,6 +35,8 @@ Expression visibleRows(const Table& table, const PortalRequest& request, bool se
   secret = secret || asked.touches(Access::Secret);
   const bool isPrivate = !table.readers.empty() || !table.parent.empty();
   if (!secret && !isPrivate) return asked;
+  // A page can make its own name lead here, and then reads whatever the browser's address may.
+  if (request.byBrowser) throw Refusal("a browser's reading of private rows");
   const Visitors visitors = loggedInAt(store, request.address);
   return Expression::allOf({readScope(table, secret, visitors), std::move(asked)});
 }

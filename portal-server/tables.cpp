@@ -78,6 +78,12 @@ std::vector<Table> accountTables() {
      .columns = {id, {"address", ExactText, Access::Hidden}, {"qiye_id", Integer, Access::Hidden},
                  {"since", Date, Access::Hidden}, {"seen", Date, Access::Hidden}},
      .owner = "qiye_id", .indexes = {"address,qiye_id", "qiye_id,seen", "seen"}},
+    // The pictures of enterprises and catalogue records, bytes as letters; pages alone show them.
+    {.name = "", .storage = "picture",
+     .columns = {id, {"kind", ExactText, Access::Hidden}, {"record_id", Integer, Access::Hidden},
+                 {"owner_id", Integer, Access::Hidden}, {"type", ExactText, Access::Hidden},
+                 {"large", ExactText, Access::Hidden}, {"small", ExactText, Access::Hidden}},
+     .owner = "owner_id", .indexes = {"kind,record_id", "owner_id,kind"}},
   };
 }
 

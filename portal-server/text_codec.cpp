@@ -32,6 +32,7 @@ bool isPlainAscii(std::string_view text) {
 class CodePageBytes {
  public:
   CodePageBytes() {
+    for (std::uint16_t code = 0; code < firstBeyondAscii; ++code) bytes_[code] = code;
     QString all;
     for (char16_t unit = firstBeyondAscii; unit != 0; ++unit) {
       all.append(QChar::isSurrogate(unit) ? QChar(u'?') : QChar(unit)).append(QChar(u'\n'));
@@ -48,10 +49,12 @@ class CodePageBytes {
     }
   }
 
-  void append(std::string& out, char32_t character) const {
+  /// Writes one or two bytes; the place behind them.
+  char* write(char* out, char32_t character) const {
     const std::uint16_t both = character < bytes_.size() ? bytes_[character] : '?';
-    if (both > 0xFF) out.push_back(static_cast<char>(both >> 8U));
-    out.push_back(static_cast<char>(both & 0xFFU));
+    if (both > 0xFF) *out++ = static_cast<char>(both >> 8U);
+    *out++ = static_cast<char>(both & 0xFFU);
+    return out;
   }
 
  private:
@@ -59,16 +62,16 @@ class CodePageBytes {
   std::array<std::uint16_t, 0x10000> bytes_{};
 };
 
-// The character beyond ASCII that begins at `at`, which moves behind it. Broken bytes give one
-// replacement each.
+// The character beyond ASCII that begins at `at`, which moves behind it. Broken bytes give one "?"
+// each.
 char32_t nextCharacter(std::string_view text, std::size_t& at) {
   const auto lead = static_cast<unsigned char>(text[at++]);
   const int more = lead >= 0xF0 ? 3 : lead >= 0xE0 ? 2 : lead >= 0xC0 ? 1 : -1;
-  if (more < 0) return QChar::ReplacementCharacter;
+  if (more < 0) return U'?';
   char32_t character = lead & (0x3FU >> static_cast<unsigned>(more));
   for (int i = 0; i < more; ++i, ++at) {
     const auto next = static_cast<unsigned char>(at < text.size() ? text[at] : 0);
-    if ((next & 0xC0U) != 0x80U) return QChar::ReplacementCharacter;
+    if ((next & 0xC0U) != 0x80U) return U'?';
     character = character << 6U | (next & 0x3FU);
   }
   return character;
@@ -111,13 +114,18 @@ std::string codePageFromUtf8(std::string_view text) {
 
 void appendCodePage(std::string& bytes, std::string_view utf8) {
   static const CodePageBytes table;
+  // No character takes more bytes in the code page than in UTF-8, so there is room for all.
+  const std::size_t before = bytes.size();
+  bytes.resize(before + utf8.size());
+  char* out = bytes.data() + before;
   for (std::size_t at = 0; at < utf8.size();) {
-    std::size_t end = at;
-    while (end < utf8.size() && static_cast<unsigned char>(utf8[end]) < 0x80) ++end;
-    bytes.append(utf8.substr(at, end - at));
-    at = end;
-    if (at < utf8.size()) table.append(bytes, nextCharacter(utf8, at));
+    if (static_cast<unsigned char>(utf8[at]) < 0x80) {
+      *out++ = utf8[at++];
+    } else {
+      out = table.write(out, nextCharacter(utf8, at));
+    }
   }
+  bytes.resize(static_cast<std::size_t>(out - bytes.data()));
 }
 
 std::string storedText(std::string_view text) {

@@ -1,6 +1,7 @@
 #include "write_pages.h"
 
 #include <algorithm>
+#include <map>
 
 #include "AnswerPage.h"
 #include "RecordWriter.h"
@@ -11,6 +12,28 @@
 namespace qinghe::portal_server {
 
 namespace {
+
+// A reader takes so much in one cell and so much in one answer; a longer message, or more of them,
+// would keep the addressee from all others.
+constexpr std::size_t longestMessage = 30'000;
+constexpr std::int64_t mostMessages = 1'000;
+
+// Makes room for one more message: the oldest one of whoever has sent most leaves, so that who
+// floods an inbox pushes out nobody's messages but its own.
+void makeRoom(StoreWriter& store, const Table& messages, std::int64_t addressee) {
+  const Expression inbox = Expression::equal(messages, "qyxx_id", addressee);
+  if (store.count(messages, inbox) < mostMessages) return;
+  std::map<std::int64_t, std::vector<std::int64_t>> bySender;
+  for (const Record& message : store.records({.table = &messages,
+                               .fields = {messages.column("id"), messages.column("user_id")},
+                               .condition = inbox,
+                               .order = {{messages.column("id"), false}}})) {
+    bySender[message.integer("user_id")].push_back(message.integer("id"));
+  }
+  const auto most = std::ranges::max_element(
+      bySender, {}, [](const auto& sender) { return sender.second.size(); });
+  store.remove(messages, Expression::equal(messages, "id", most->second.front()));
+}
 
 const Table& requestedTable(const PortalRequest& request) {
   const Table* table = findTable(Family::Product, request.parameters.bytes("stable"));
@@ -41,8 +64,9 @@ PortalAnswer deletePage(const PortalRequest& request, StoreWriter& store) {
   if (replies > 0) return numberAnswer(replies);
   store.remove(posts, Expression::equal(posts, "id", key.id));
   if (const auto parent = store.byId(posts, post->integer("p_id"))) {
-    const std::int64_t left = std::max<std::int64_t>(0, parent->integer("return_num") - 1);
-    store.update(posts, parent->integer("id"), {assign(posts, "return_num", left)});
+    const std::int64_t parentId = parent->integer("id");
+    const std::int64_t left = store.count(posts, Expression::equal(posts, "p_id", parentId));
+    store.update(posts, parentId, {assign(posts, "return_num", left)});
   }
   return numberAnswer(0);
 }
@@ -60,6 +84,12 @@ PortalAnswer insertMessagePage(const PortalRequest& request, StoreWriter& store)
   const Visitors visitors = loggedInAt(store, request.address);
   if (!contains(visitors, number("user_id"))) throw Refusal("message in a foreign name");
   if (!store.byId(storedTable("qyxx"), number("qyxx_id"))) throw Refusal("unknown addressee");
+  const bool readable = std::all_of(row.begin(), row.end(), [](const Assignment& cell) {
+    const auto* text = std::get_if<std::string>(&cell.value);
+    return !text || text->size() <= longestMessage;
+  });
+  if (!readable) throw Refusal("message is too long");
+  makeRoom(store, messages, number("qyxx_id"));
   std::erase_if(row, [](const Assignment& cell) { return cell.column->name == "dtime"; });
   row.push_back(assign(messages, "dtime", storedNow()));
   return numberAnswer(store.insert(messages, row));

@@ -23,7 +23,11 @@ std::size_t contentLength(std::string_view head) {
 
 }  // namespace
 
-WireClient::WireClient(unsigned short port) : socket_(context_) {
+WireClient::WireClient(unsigned short port) : WireClient(port, "127.0.0.1") {}
+
+WireClient::WireClient(unsigned short port, const std::string& from) : socket_(context_) {
+  socket_.open(asio::ip::tcp::v4());
+  socket_.bind({asio::ip::make_address(from), 0});
   socket_.connect({asio::ip::address_v4::loopback(), port});
   const timeval limit{.tv_sec = limitSeconds, .tv_usec = 0};
   ::setsockopt(socket_.native_handle(), SOL_SOCKET, SO_RCVTIMEO, &limit, sizeof limit);

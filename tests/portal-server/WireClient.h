@@ -18,6 +18,8 @@ class WireClient {
   };
 
   explicit WireClient(unsigned short port);
+  /// The same from another address of the loopback network, as if on another machine.
+  WireClient(unsigned short port, const std::string& from);
 
   bool send(std::string_view bytes);
   /// Reads one answer with its length, or what came until the end.

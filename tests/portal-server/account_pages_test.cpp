@@ -1,6 +1,8 @@
 #include "LoginBrake.h"
 #include "PortalTest.h"
 
+using namespace qinghe::portal_server;
+
 namespace {
 
 constexpr const char* logoutPath = "_vti_login/_vti_logout2.asp";
@@ -33,7 +35,7 @@ TEST_F(AccountPages, ALoginThatDoesNotMatchAnswersZeroAndChangesNothing) {
     ASSERT_EQ(answer.rows.size(), 1U) << row.number;
     EXPECT_EQ(answer.rows[0].size(), 7U);
     EXPECT_EQ(answer.firstCell(), "0") << row.number << " " << row.password;
-    EXPECT_TRUE(answer_.loginRefused);
+    EXPECT_EQ(answer_.brake, Brake::Tightens);
   }
   EXPECT_EQ(stored("qyxx", 2, "online"), "0");
   EXPECT_EQ(rowCount("session"), 1);
@@ -125,6 +127,23 @@ TEST_F(Registration, AMissingOrTakenNameIsRefused) {
                    .marked);
   EXPECT_FALSE(ask(registerPath, {{"stable", "ximu"}, {"stid", "id=0"}}).marked);
   EXPECT_EQ(rowCount("qyxx"), 12);
+}
+
+TEST_F(Registration, ACompanyWhoseNumberNoClientCouldKeepIsRefused) {
+  store_->transact([](StoreWriter& writer) {
+    const Table& companies = storedTable("qyxx");
+    writer.insert(companies, {assign(companies, "id", std::int64_t{32766}),
+                              assign(companies, "user_no", std::string("2000"))});
+  });
+  EXPECT_EQ(ask(registerPath, filled(), stranger).firstCell(), "32767");
+  const auto companies = rowCount("qyxx");
+  Fields next = filled();
+  for (auto& [name, value] : next) {
+    if (name == "USER_NAME") value = "再新书店";
+  }
+  EXPECT_FALSE(ask(registerPath, next, stranger).marked);
+  EXPECT_EQ(answer_.note, "refused: the portal is full");
+  EXPECT_EQ(rowCount("qyxx"), companies);
 }
 
 TEST_F(Registration, NobodyGivesItselfALevelOrANumber) {

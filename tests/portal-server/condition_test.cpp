@@ -181,6 +181,7 @@ TEST(Order, KnownColumnsWithTheirDirections) {
                            "id,id,id,id,id,id,id,id,id", "random()"}) {
     EXPECT_THROW(parseOrder(table, text), Refusal) << text;
   }
+  EXPECT_THROW(parseOrder(storedTable("ximu"), "jish"), Refusal) << "a long text is no order";
 }
 
 TEST(Fields, KnownColumnsInTheGivenOrder) {
@@ -263,7 +264,7 @@ TEST_F(ConditionOnDemo, SelectsTheRowsThatItNames) {
       {"ximu", "qiye_id=2 and ximu='月亮邮局'", 1},
       {"ximu", "ximu_bh='a0001'", 1},
       {"gohu", "ghrq<#3/1/2026#", 0},
-      {"gohu", "ghrq>=#3/1/2026#", 45},
+      {"gohu", "ghrq>=#3/1/2026#", 46},
       {"qyxx", "user_no='1001'", 1},
   };
   for (const auto& row : rows) {

@@ -4,6 +4,7 @@
 #include <QFile>
 #include <algorithm>
 #include <chrono>
+#include <map>
 #include <memory>
 #include <set>
 
@@ -41,6 +42,69 @@ TEST_F(Demo, HasCompaniesOfEveryLevelWithManyAndWithFewGoods) {
   EXPECT_LT(count("ximu", "qiye_id", 2), 50);
   EXPECT_EQ(stored("qyxx", 1, "user_level"), "2");
   EXPECT_EQ(stored("qyxx", 2, "user_level"), "0");
+}
+
+TEST_F(Demo, EveryProvinceHasItsCities) {
+  const struct {
+    const char* province;
+    std::int64_t cities;
+  } rows[] = {{"1", 16},  {"2", 16},  {"3", 11},  {"4", 11},  {"5", 12},  {"6", 14},  {"7", 9},
+              {"8", 13},  {"9", 16},  {"10", 13}, {"11", 11}, {"12", 16}, {"13", 9},  {"14", 11},
+              {"15", 16}, {"16", 18}, {"17", 17}, {"18", 14}, {"19", 21}, {"20", 14}, {"21", 4},
+              {"22", 26}, {"23", 21}, {"24", 9},  {"25", 16}, {"26", 7},  {"27", 10}, {"28", 14},
+              {"29", 8},  {"30", 5},  {"31", 14}, {"32", 3},  {"33", 3},  {"34", 9}};
+  EXPECT_EQ(std::ssize(rows), rowCount("shen"));
+  for (const auto& row : rows) {
+    EXPECT_EQ(count("area", "shen_id", std::stoll(row.province)), row.cities) << row.province;
+  }
+}
+
+TEST_F(Demo, EveryIndustryHasCategoriesInTwoLevelsAndAttributesOfEachKind) {
+  std::map<std::pair<std::string, std::string>, int> attributes;
+  for (std::int64_t id = 1; id <= rowCount("shxi"); ++id) {
+    ++attributes[{stored("shxi", id, "haye_id"), stored("shxi", id, "xuze")}];
+  }
+  std::set<std::string> withTop;
+  std::set<std::string> withSecond;
+  for (std::int64_t id = 1; id <= rowCount("lebi"); ++id) {
+    const bool top = stored("lebi", id, "p_id") == "0";
+    (top ? withTop : withSecond).insert(stored("lebi", id, "haye_id"));
+  }
+  EXPECT_EQ(std::ssize(withTop), rowCount("haye"));
+  EXPECT_EQ(withSecond, withTop);
+  for (std::int64_t industry = 1; industry <= rowCount("haye"); ++industry) {
+    for (const char* kind : {"0", "1", "2"}) {
+      EXPECT_GE((attributes[{std::to_string(industry), kind}]), 2) << industry << " " << kind;
+    }
+  }
+}
+
+TEST_F(Demo, TheAttributeTextsOfTheRecordsFitTheAttributesOfTheirIndustry) {
+  const struct {
+    const char* table;
+    std::int64_t first;
+    std::int64_t kind;
+  } rows[] = {{"ximu", 1, 0}, {"fuwu", 1, 1}, {"mumu", 501, 2}};
+  const auto attributes = [this](const std::string& industry, std::int64_t kind) {
+    std::int64_t found = 0;
+    for (std::int64_t id = 1; id <= rowCount("shxi"); ++id) {
+      found += stored("shxi", id, "haye_id") == industry &&
+               stored("shxi", id, "xuze") == std::to_string(kind);
+    }
+    return found;
+  };
+  std::map<std::pair<std::string, std::int64_t>, std::int64_t> expected;
+  for (const auto& row : rows) {
+    for (std::int64_t id = row.first; id < row.first + rowCount(row.table); ++id) {
+      const std::string text = stored(row.table, id, "shxi");
+      if (text.empty()) continue;
+      const std::string industry =
+          stored("qyxx", std::stoll(stored(row.table, id, "qiye_id")), "haye_id");
+      auto [known, isNew] = expected.try_emplace({industry, row.kind});
+      if (isNew) known->second = attributes(industry, row.kind);
+      EXPECT_EQ(std::count(text.begin(), text.end(), ','), known->second) << row.table << " " << id;
+    }
+  }
 }
 
 TEST_F(Demo, HasOrdersInEveryStateAndReturns) {
@@ -162,6 +226,65 @@ TEST_F(Demo, LocalDatabasesMirrorThePortalsRows) {
               "0");
   }
   EXPECT_THROW(localDemoSql("9999"), std::logic_error);
+}
+
+TEST_F(Demo, LocalDatabasesHoldTheOrdersOfTheirEnterpriseAsThePortalDoes) {
+  const char* columns[] = {"gohu_no", "ghrq", "gosh_id", "gosh", "kehu_id", "kehu", "feyo",
+                           "fhrq",    "jhhs", "xshs",    "sh",   "fh",      "fhfs"};
+  for (const std::string id : {"1", "2"}) {
+    const Local local = localDatabase("100" + id);
+    std::string names = "R_ID";
+    for (const char* column : columns) names.append(",").append(column);
+    const auto orders = rowsOf(local, ("SELECT " + names + " FROM GOHU").c_str());
+    std::int64_t own = 0;
+    for (std::int64_t order = 1; order <= rowCount("gohu"); ++order) {
+      own += stored("gohu", order, "gosh_id") == id || stored("gohu", order, "kehu_id") == id;
+    }
+    EXPECT_EQ(std::ssize(orders), own);
+    for (const auto& order : orders) {
+      for (std::size_t i = 0; i < std::size(columns); ++i) {
+        EXPECT_EQ(order[i + 1], stored("gohu", std::stoll(order[0]), columns[i])) << columns[i];
+      }
+    }
+    // Headers and lines add up, and each line hangs on the copy of its order.
+    const auto sums = rowsOf(local,
+                             "SELECT max(abs(h.SHLI-l.q)+abs(h.JINE-l.a)+abs(h.YNSH-l.r)),count(*) "
+                             "FROM GOHU h JOIN (SELECT GOHU_ID,R_ID,sum(SHLI) q,sum(JINE) a,"
+                             "sum(YNSH) r FROM GOKU GROUP BY GOHU_ID,R_ID) l "
+                             "ON l.GOHU_ID=h.id AND l.R_ID=h.R_ID");
+    EXPECT_LT(std::stod(sums[0][0]), 0.001);
+    EXPECT_EQ(sums[0][1], std::to_string(own));
+    EXPECT_EQ(rowsOf(local, "SELECT 1 FROM GOKU GROUP BY R_ID,XIMU_ID HAVING count(*)>1").size(),
+              0U)
+        << "a copy holds each goods of an order once";
+  }
+}
+
+TEST_F(Demo, LocalOrdersFillEveryStatisticOfBothSides) {
+  for (const std::string id : {"1", "2"}) {
+    const Local local = localDatabase("100" + id);
+    for (const std::string own : {"kehu_id", "gosh_id"}) {
+      const std::string partner = own == "kehu_id" ? "gosh_id" : "kehu_id";
+      const std::string lines =
+          " FROM GOHU JOIN GOKU ON GOKU.GOHU_ID=GOHU.id WHERE " + own + "=" + id;
+      const auto number = [&](const std::string& what) {
+        return std::stoi(rowsOf(local, ("SELECT " + what + lines).c_str())[0][0]);
+      };
+      const std::string side = id + own;
+      EXPECT_GE(number("count(DISTINCT " + partner + ")"), id == "1" ? 2 : 1) << side;
+      EXPECT_GE(number("count(DISTINCT substr(ghrq,1,7))"), 2) << side;
+      EXPECT_GE(number("count(DISTINCT LEBI)"), 4) << side;
+      EXPECT_GE(number("count(DISTINCT XIMU_ID)"), 6) << side;
+      EXPECT_GE(number("sum(GOKU.SHLI<0)"), 1) << side << ": returns";
+    }
+  }
+  // What a seller's details list are its goods in orders in which it is the customer.
+  EXPECT_GE(
+      std::stoi(rowsOf(localDatabase("1001"),
+                       "SELECT count(*) FROM GOHU JOIN GOKU ON GOKU.GOHU_ID=GOHU.id "
+                       "WHERE kehu_id=1 AND XIMU_ID IN (SELECT XIMU_ID FROM GOHU h JOIN GOKU l "
+                       "ON l.GOHU_ID=h.id WHERE h.gosh_id=1)")[0][0]),
+      3);
 }
 
 TEST_F(Demo, LocalDatabasesHoldAHistoryWithSeveralContacts) {

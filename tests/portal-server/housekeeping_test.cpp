@@ -57,6 +57,28 @@ TEST_F(Presence, WhoWasIdleStillReadsAndWrites) {
   EXPECT_EQ(rowCount("session"), 1);
 }
 
+TEST_F(Presence, ALoginIsForgottenWhenNobodyAskedFromThereForAWeek) {
+  login("1002", "123456", "10.0.0.2");
+  portal_->keepHouse({{bookshop, now_ + 24h}}, now_ + 24h);
+  portal_->keepHouse({}, now_ + 7 * 24h + 1h);
+  EXPECT_EQ(rowCount("session"), 1) << "the address may be somebody else's by now";
+  const Fields save{{"stable", "ximu"}, {"stother", "id=1 and qiye_id=1"}, {"XIMU", "周末"}};
+  EXPECT_EQ(ask("_vti_add.asp", save).firstCell(), "1");
+  portal_->keepHouse({}, now_ + 8 * 24h + 1h);
+  EXPECT_EQ(rowCount("session"), 0);
+  EXPECT_FALSE(ask("_vti_add.asp", save).marked);
+  EXPECT_EQ(login("1001", "123456", bookshop).firstCell(), "1");
+  EXPECT_EQ(ask("_vti_add.asp", save).firstCell(), "1");
+}
+
+TEST_F(Presence, TheOperatorSetsHowLongLoginsStay) {
+  Portal generous(*store_, {.keepLogins = std::chrono::days(30)});
+  generous.keepHouse({}, now_ + 29 * 24h);
+  EXPECT_EQ(rowCount("session"), 1);
+  generous.keepHouse({}, now_ + 31 * 24h);
+  EXPECT_EQ(rowCount("session"), 0);
+}
+
 TEST_F(Presence, WhoComesBackIsOnlineAtOnceAndStaysSo) {
   portal_->keepHouse({}, now_ + 60min);
   ASSERT_EQ(online(), "0");
@@ -188,6 +210,46 @@ TEST_F(Inbox, ASenderWhoLoggedOutSendsNothing) {
   ask("_vti_login/_vti_logout2.asp", {{"USER_NO", "1001"}});
   EXPECT_FALSE(send().marked);
   EXPECT_EQ(rowCount("xixi"), 7);
+}
+
+TEST_F(Inbox, AMessageThatNoReaderCouldTakeIsRefused) {
+  login("1002", "123456", neighbour);
+  EXPECT_TRUE(send({}, bookshop).marked);
+  const auto rows = rowCount("xixi");
+  const auto sent = [&](const std::string& text) {
+    return ask("_vti_insert_xixi.asp",
+               {{"stable", "xixi"}, {"QYXX_ID", "2"}, {"USER_ID", "1"}, {"CONTENT", text}})
+        .marked;
+  };
+  EXPECT_FALSE(sent(std::string(30'001, 'x')));
+  EXPECT_EQ(rowCount("xixi"), rows);
+  EXPECT_TRUE(sent(std::string(30'000, 'x')));
+  EXPECT_EQ(rowCount("xixi"), rows + 1);
+}
+
+TEST_F(Inbox, AFloodPushesOutItsOwnOldestMessagesAndNobodyElses) {
+  login("1002", "123456", neighbour);
+  const Table& messages = storedTable("xixi");
+  const auto total = rowCount("xixi");
+  const auto before = fetch("2", neighbour).column(3);
+  ASSERT_GT(before.size(), 1U);
+  const int most = 1'000;
+  const auto room = most - static_cast<int>(before.size());
+  store_->transact([&](StoreWriter& writer) {
+    for (int i = 0; i < room; ++i) {
+      writer.insert(messages, {assign(messages, "qyxx_id", std::int64_t{2}),
+                               assign(messages, "user_id", std::int64_t{3}),
+                               assign(messages, "content", "m" + std::to_string(i)),
+                               assign(messages, "dtime", storedNow())});
+    }
+  });
+  send();
+  const auto kept = fetch("2", neighbour).column(3);
+  ASSERT_EQ(kept.size(), std::size_t{most});
+  EXPECT_TRUE(std::equal(before.begin(), before.end(), kept.begin()));
+  EXPECT_EQ(kept.at(before.size()), "m1");
+  EXPECT_EQ(kept.back(), "新消息");
+  EXPECT_EQ(rowCount("xixi"), total + room);
 }
 
 TEST_F(Inbox, OldMessagesLeaveAfterThirtyDays) {

@@ -15,13 +15,15 @@ TEST(Options, HaveDefaultsThatSuitADesk) {
   EXPECT_EQ(options->rules.keepMessages, std::chrono::days(30));
   EXPECT_EQ(options->rules.offlineAfter, 15min);
   EXPECT_FALSE(options->demo);
+  EXPECT_FALSE(options->rules.relayOwnNetwork);
 }
 
 TEST(Options, AreTakenTogether) {
   std::string error;
-  const auto options = parseOptions({"--listen", "[::1]:90", "--db", "d", "--log", "l", "--demo",
-                                     "--keep-messages", "3650", "--offline-after", "1440"},
-                                    error);
+  const auto options =
+      parseOptions({"--listen", "[::1]:90", "--db", "d", "--log", "l", "--demo", "--keep-messages",
+                    "3650", "--offline-after", "1440", "--relay-own-network"},
+                   error);
   ASSERT_TRUE(options) << error;
   EXPECT_EQ(options->address, "::1");
   EXPECT_EQ(options->port, 90);
@@ -30,6 +32,7 @@ TEST(Options, AreTakenTogether) {
   EXPECT_TRUE(options->demo);
   EXPECT_EQ(options->rules.keepMessages, std::chrono::days(3650));
   EXPECT_EQ(options->rules.offlineAfter, 1440min);
+  EXPECT_TRUE(options->rules.relayOwnNetwork);
 }
 
 TEST(Options, TimesAreBounded) {

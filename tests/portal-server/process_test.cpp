@@ -1,7 +1,9 @@
 #include <gtest/gtest.h>
 
+#include <QFile>
 #include <QProcess>
 #include <QStringList>
+#include <QTemporaryDir>
 #include <algorithm>
 #include <atomic>
 #include <chrono>
@@ -175,8 +177,8 @@ TEST(PortalProgram, KeepsMessagesAsLongAsItsOperatorSays) {
 TEST(PortalProgram, ExplainsItsOptions) {
   QByteArray output;
   EXPECT_EQ(runProgram({u"--help"_s}, output), 0);
-  for (const char* option :
-       {"--listen", "--db", "--log", "--demo", "--keep-messages", "--offline-after"}) {
+  for (const char* option : {"--listen", "--db", "--log", "--demo", "--keep-messages",
+                             "--keep-logins", "--offline-after", "--relay-own-network"}) {
     EXPECT_TRUE(output.contains(option)) << option;
   }
 }
@@ -186,6 +188,8 @@ TEST(PortalProgram, RefusesOptionsThatItDoesNotKnowOrCannotFollow) {
       {u"--nosuch"_s},
       {u"--listen"_s},
       {u"--keep-messages"_s, u"0"_s},
+      {u"--keep-logins"_s, u"0"_s},
+      {u"--keep-logins"_s, u"3651"_s},
       {u"--keep-messages"_s, u"never"_s},
       {u"--offline-after"_s, u"1441"_s},
       {u"--listen"_s, u"nowhere"_s},
@@ -198,4 +202,38 @@ TEST(PortalProgram, RefusesOptionsThatItDoesNotKnowOrCannotFollow) {
     EXPECT_GT(runProgram(arguments, output), 0) << output.constData();
     EXPECT_TRUE(output.contains("qinghe-portal:")) << output.constData();
   }
+}
+
+TEST(PortalProgram, ATakenPortAndABrokenDatabaseAreToldInWords) {
+  PortalProcess portal;
+  QTemporaryDir folder;
+  const QString broken = folder.filePath(u"broken.db"_s);
+  QFile file(broken);
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  file.write("this is a letter and no database, however long one looks at it\n");
+  file.close();
+  const struct {
+    QStringList arguments;
+    QByteArray words;
+  } table[] = {
+      {{u"--listen"_s, portal.host(), u"--db"_s, folder.filePath(u"x.db"_s)},
+       "qinghe-portal: cannot listen on " + portal.host().toLatin1() +
+           ": Address already in use\n"},
+      {{u"--listen"_s, u"127.0.0.1:0"_s, u"--db"_s, broken}, "not a database"},
+      {{u"--listen"_s, u"127.0.0.1:0"_s, u"--db"_s, folder.path()}, "cannot open"},
+  };
+  for (const auto& row : table) {
+    QByteArray output;
+    EXPECT_EQ(runProgram(row.arguments, output), 1);
+    EXPECT_TRUE(output.contains(row.words)) << output.constData();
+  }
+  EXPECT_EQ(login(portal).firstCell(), "1");
+}
+
+TEST(PortalProgram, ServesWithoutALogWhenTheDiskIsFull) {
+  PortalProcess portal({u"--log"_s, u"/dev/full"_s});
+  ASSERT_TRUE(portal.isRunning());
+  for (int i = 0; i < 50; ++i) EXPECT_EQ(login(portal).firstCell(), "1");
+  portal.stop();
+  EXPECT_TRUE(portal.stoppedCleanly());
 }

@@ -133,3 +133,14 @@ TEST(RequestLine, RefusesWhatIsNone) {
     EXPECT_FALSE(parseRequestLine(line)) << line;
   }
 }
+
+TEST(CodePage, BrokenBytesBecomeOneMarkEachAndNeverMoreThanTheyWere) {
+  EXPECT_EQ(codePageFromUtf8("\x80\xBF"), "??");
+  EXPECT_EQ(codePageFromUtf8("a\xE4\xB8"), "a?") << "cut within a character";
+  EXPECT_EQ(codePageFromUtf8("\xE4"), "?");
+  EXPECT_EQ(codePageFromUtf8("\xF0\x9F\x98\x80!"), "?!") << "beyond the code page";
+  EXPECT_EQ(codePageFromUtf8(std::string(1000, '\xC0')), std::string(1000, '?'));
+  std::string kept = "中";
+  appendCodePage(kept, "文x");
+  EXPECT_EQ(kept, "中\xCE\xC4x");
+}
