@@ -88,18 +88,18 @@ QString undoMarks(const QString& page) {
 
 }  // namespace
 
-QString GetHtml::openUrl(const QString& url) {
+QString GetHtml::openUrl(const QString& url, PageText text) {
   if (inet_.StillExecuting()) return {};
-  return inet_.OpenURL(url);
+  return inet_.OpenURL(url, text);
 }
 
-QString GetHtml::GetUrl(qint16 mode, const QString& url) {
+QString GetHtml::GetUrl(qint16 mode, const QString& url, PageText text) {
   switch (mode) {
     case 1:
       return undoMarks(openUrl(
-          RequestBuilder(state_.gWebServer, paths::review).encoded(u"review"_s, url).url()));
+          RequestBuilder(state_.gWebServer, paths::review).encoded(u"review"_s, url).url(), text));
     case 2:
-      return undoMarks(openUrl(url));
+      return undoMarks(openUrl(url, text));
     default:
       return {};
   }

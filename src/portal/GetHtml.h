@@ -19,9 +19,9 @@ class GetHtml {
   GetHtml(PortalState& state, Inet& inet) : state_(state), inet_(inet) {}
 
   /// Empty at once, without traffic, while a transfer is running.
-  QString openUrl(const QString& url);
+  QString openUrl(const QString& url, PageText text = PageText::CodePage);
   /// The page by submit mode (0 nothing, 1 relay, 2 direct), its "<br>", "&lt;", "&gt;" undone.
-  QString GetUrl(qint16 mode, const QString& url);
+  QString GetUrl(qint16 mode, const QString& url, PageText text = PageText::CodePage);
   /// Waits for the control to be free, letting the message loop run, then posts and returns.
   /// Always the empty text; the answer is never read.
   QString PostUrl(const QString& url, const QString& body);

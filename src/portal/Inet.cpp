@@ -12,6 +12,7 @@
 #include <thread>
 
 #include "portal/Transfer.h"
+#include "portal/page_charset.h"
 #include "portal/proxies.h"
 #include "values/code_page.h"
 
@@ -123,7 +124,7 @@ Inet::~Inet() {
   if (reading && onBlocking) onBlocking(false);
 }
 
-QString Inet::OpenURL(const QString& url) {
+QString Inet::OpenURL(const QString& url, PageText text) {
   const auto self = d;  // what is painted meanwhile may end in the control's destruction
   auto request = requestFor(*this, url);
   self->claim();
@@ -144,7 +145,9 @@ QString Inet::OpenURL(const QString& url) {
   // Leaving input out has used up the window system's call for it, and nobody would call again.
   if (auto* const dispatcher = QAbstractEventDispatcher::instance(); inputHeldBack && dispatcher)
     dispatcher->wakeUp();
-  return fromCodePage(transfer.takeBody());
+  const auto page = transfer.takeBody();
+  return text == PageText::Declared ? declaredText(page, transfer.contentType())
+                                    : fromCodePage(page);
 }
 
 void Inet::Execute(const QString& url, const QString& method, const QString& body,

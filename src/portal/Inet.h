@@ -10,12 +10,18 @@
 
 namespace qinghe {
 
+/// How the bytes of a page become text.
+enum class PageText {
+  CodePage,  ///< the portal's own pages, whatever their headers say
+  Declared,  ///< foreign pages: by the charset that they declare, the code page where they do not
+};
+
 /// The one transfer control of the program: blocking GET, POST in the background, one kept
 /// connection.
 ///
 /// A URL goes over the wire byte for byte as it was built, in the code page; only bytes below 0x20
-/// and 0x7F are escaped, and "#" cuts. Status code and content type of an answer are ignored,
-/// redirects are followed on http and https only, bodies are bounded by `bodyLimit`.
+/// and 0x7F are escaped, and "#" cuts. The status code of an answer is ignored, redirects are
+/// followed on http and https only, bodies are bounded by `bodyLimit`.
 ///
 /// A read runs on the caller's own thread and lets the windows paint only once the answer keeps it
 /// waiting, so that a quick answer costs neither a change of threads nor an event loop. A POST has
@@ -30,9 +36,9 @@ class Inet : public QObject {
   explicit Inet(QObject* parent = nullptr);
   ~Inet() override;
 
-  /// Fetches a page and returns its text (code page). Blocks the caller, while the windows go on
+  /// Fetches a page and returns its text. Blocks the caller, while the windows go on
   /// painting and nothing else runs. Throws `TransferError`; throws too when one is running.
-  QString OpenURL(const QString& url);
+  QString OpenURL(const QString& url, PageText text = PageText::CodePage);
 
   /// Starts a POST and returns; `body` goes out in the code page. Its end frees the busy flag
   /// without any event loop. Throws `TransferError` when the URL is unusable or a transfer runs,

@@ -1,6 +1,7 @@
 #include "portal/Transfer.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "portal/TransferError.h"
 #include "portal/proxies.h"
@@ -37,6 +38,8 @@ Transfer::Transfer(KeptConnection& connection, TransferRequest request)
   curl_easy_setopt(easy, CURLOPT_HTTPHEADER, headerList_.get());
   curl_easy_setopt(easy, CURLOPT_USERAGENT, request_.agent.constData());
   curl_easy_setopt(easy, CURLOPT_MAXFILESIZE_LARGE, static_cast<curl_off_t>(request_.bodyLimit));
+  curl_easy_setopt(easy, CURLOPT_PREREQFUNCTION, &Transfer::onSending);
+  curl_easy_setopt(easy, CURLOPT_PREREQDATA, this);
   follow(request_.url);
 }
 
@@ -88,6 +91,7 @@ void Transfer::start() {
   body_.clear();
   headerBytes_ = 0;
   headWhole_ = false;
+  sent_ = false;
 
   auto* const easy = connection_.easy();
   const auto set = [easy](auto option, auto value) {
@@ -113,7 +117,10 @@ void Transfer::hopEnded(CURLcode result) {
   long status = 0;
   curl_header* location = nullptr;
   QByteArray place;
+  const char* type = nullptr;
   curl_easy_getinfo(connection_.easy(), CURLINFO_RESPONSE_CODE, &status);
+  curl_easy_getinfo(connection_.easy(), CURLINFO_CONTENT_TYPE, &type);
+  contentType_ = type;
   if (isRedirect(status) &&
       curl_easy_header(connection_.easy(), "Location", 0, CURLH_HEADER, -1, &location) == CURLHE_OK)
     place = location->value;
@@ -170,6 +177,13 @@ void Transfer::leave() {
   if (!running_) return;
   curl_multi_remove_handle(connection_.multi(), connection_.easy());
   running_ = false;
+}
+
+/// A kept connection may break between a request and its answer, and curl would then make the same
+/// request again; what it asks for may have been done, so it is sent once and no more.
+int Transfer::onSending(void* self, char*, char*, int, int) {
+  return std::exchange(static_cast<Transfer*>(self)->sent_, true) ? CURL_PREREQFUNC_ABORT
+                                                                  : CURL_PREREQFUNC_OK;
 }
 
 size_t Transfer::onBody(char* data, size_t size, size_t count, void* self) {

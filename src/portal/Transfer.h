@@ -49,6 +49,8 @@ class Transfer {
 
   /// The whole answer; throws `TransferError` when there is none.
   QByteArray takeBody();
+  /// What the answer says that it is; empty when it does not.
+  const QByteArray& contentType() const { return contentType_; }
 
  private:
   using Clock = std::chrono::steady_clock;
@@ -61,6 +63,7 @@ class Transfer {
   void fail(const QString& reason);
   void leave();
 
+  static int onSending(void* self, char*, char*, int, int);
   static size_t onBody(char* data, size_t size, size_t count, void* self);
   static size_t onHeader(char* data, size_t size, size_t count, void* self);
 
@@ -75,8 +78,10 @@ class Transfer {
   WireUrl url_;                // of the hop under way
   QList<QByteArray> proxies_;  // still to try for it, the one in use first
   QByteArray body_;
+  QByteArray contentType_;
   size_t headerBytes_ = 0;
   bool headWhole_ = false;  // the empty line behind the headers has come
+  bool sent_ = false;       // the request of the hop under way
   int redirects_ = 0;
   bool running_ = false;  // stands in the multi handle
   bool over_ = false;

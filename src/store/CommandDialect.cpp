@@ -38,6 +38,26 @@ bool isOneTable(const Tokens& tokens, std::size_t at) {
 
 }  // namespace
 
+QString withSortedDistinct(const QString& command, int columns) {
+  Tokens tokens = significantTokensOf(command);
+  while (!tokens.empty() && tokens.back().isSymbol(u';')) tokens.pop_back();
+  if (tokens.size() < 2 || !tokens[0].isWord(u"SELECT") || !tokens[1].isWord(u"DISTINCT")) {
+    return command;
+  }
+  int depth = 0;
+  for (const Token& token : tokens) {
+    if (token.isSymbol(u'(')) ++depth;
+    if (token.isSymbol(u')')) --depth;
+    // The engine sorts what it unites by itself.
+    const bool hasItsOrder = leavesTheTable(token) || token.isWord(u"ORDER");
+    if (depth == 0 && hasItsOrder) return command;
+  }
+  QStringList order;
+  for (int column = 1; column <= columns; ++column) order.append(QString::number(column));
+  const Token& last = tokens.back();
+  return command.first(last.start + last.text.size()) + u" ORDER BY "_s + order.join(u',');
+}
+
 QString storedDate(const QDateTime& date) {
   return date.toString(u"yyyy-MM-dd HH:mm:ss");
 }

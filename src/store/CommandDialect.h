@@ -12,6 +12,11 @@ namespace qinghe {
 /// engine has them or is taught them as functions.)
 QString toEngine(QStringView command);
 
+/// A SELECT DISTINCT without an order of its own, put into the order of its columns from left to
+/// right: its values come sorted, texts as texts, and not as they happen to be found. Any other
+/// command unchanged. `columns` is how many the command has.
+QString withSortedDistinct(const QString& command, int columns);
+
 /// A date as it is stored: "2024-03-09 00:00:00".
 QString storedDate(const QDateTime& date);
 

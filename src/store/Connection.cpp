@@ -126,7 +126,8 @@ Connection::Connection(const QString& path, std::chrono::milliseconds busyTimeou
   sqlite3_set_authorizer(handle, authorize, &d->gate);
   try {
     d->run(u"SELECT count(*) FROM sqlite_master"_s);
-    d->run(u"PRAGMA synchronous = FULL"_s);
+    // The folder, too, or a power cut could bring back the journal of what was called saved.
+    d->run(u"PRAGMA synchronous = EXTRA"_s);
     // A copy of the one file is a whole backup, which write-ahead logging would break.
     d->run(u"PRAGMA journal_mode = DELETE"_s);
     d->run(u"PRAGMA cell_size_check = ON"_s);
@@ -142,7 +143,10 @@ QString Connection::path() const {
 }
 
 Statement Connection::Private::command(const QString& text, Access access) {
-  return Statement(handle(), gate, toEngine(text), access);
+  const QString engine = toEngine(text);
+  Statement statement(handle(), gate, engine, access);
+  const QString sorted = withSortedDistinct(engine, statement.columnCount());
+  return sorted == engine ? std::move(statement) : Statement(handle(), gate, sorted, access);
 }
 
 std::shared_ptr<Statement> Connection::Private::kept(const QString& sql) {

@@ -37,7 +37,7 @@ RowSource::RowSource(std::shared_ptr<Connection> connection, const QString& comm
   kinds_ = statement.kinds();
   rows_ = RowBuffer(kinds_);
   if (const auto parts = singleTableCommand(command)) {
-    table_ = TableInfo::read(store, parts->table);
+    table_ = TableInfo::read(statement, parts->table);
     if (table_) {
       // Without an order of its own a set stands in the table's, whatever index finds its rows.
       const QString order = parts->ordered ? QString() : u"\nORDER BY "_s + table_->quotedKey();

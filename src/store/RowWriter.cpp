@@ -30,15 +30,21 @@ QString RowWriter::insertCommand(const Values& values) const {
 }
 
 QString RowWriter::updateCommand(const Values& values) const {
-  QStringList sets;
-  for (const auto& [column, value] : values) sets.append(table_.quotedColumn(column) + u"=?"_s);
-  QString condition = table_.quotedKey() + u"=?"_s;
+  constexpr qsizetype usualLength = 1000;
+  QString command;
+  command.reserve(usualLength);
+  command.append(u"UPDATE ").append(table_.quotedName());
+  QStringView before = u" SET ";
+  for (const auto& [column, value] : values) {
+    command.append(before).append(table_.quotedColumn(column)).append(u"=?");
+    before = u",";
+  }
+  command.append(u" WHERE ").append(table_.quotedKey()).append(u"=?");
   for (int column = 0; column < table_.columns.size(); ++column) {
     if (column == table_.keyColumn) continue;
-    condition += u" AND "_s + table_.quotedColumn(column) + u" COLLATE BINARY IS ?"_s;
+    command.append(u" AND ").append(table_.quotedColumn(column)).append(u" COLLATE BINARY IS ?");
   }
-  return u"UPDATE "_s + table_.quotedName() + u" SET "_s + sets.join(u',') + u" WHERE "_s +
-         condition + u" RETURNING *"_s;
+  return command.append(u" RETURNING *");
 }
 
 // One statement is one transaction, and RETURNING hands its row back without a second read.

@@ -5,6 +5,7 @@
 #include <optional>
 #include <vector>
 
+#include "store/Connection.h"
 #include "store/RowBuffer.h"
 #include "store/TableInfo.h"
 

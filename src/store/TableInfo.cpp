@@ -2,7 +2,7 @@
 
 #include <sqlite3.h>
 
-#include "store/ConnectionPrivate.h"
+#include "store/Statement.h"
 
 namespace qinghe {
 
@@ -10,21 +10,18 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString quoted(QString name) {
-  return u'"' + name.replace(u'"', u"\"\""_s) + u'"';
+QString quoted(const QString& name) {
+  QString text;
+  text.reserve(name.size() + 2);
+  text += u'"';
+  text += name.contains(u'"') ? QString(name).replace(u'"', u"\"\""_s) : name;
+  text += u'"';
+  return text;
 }
 
-QByteArray bytesOf(const Statement& row, int column) {
-  return QByteArray(reinterpret_cast<const char*>(sqlite3_column_text(row.get(), column)));
-}
-
-bool isTable(Connection::Private& connection, const QString& name) {
-  const auto query = connection.kept(
-      u"SELECT 1 FROM sqlite_master WHERE type = 'table' AND name = ? COLLATE NOCASE"_s);
-  query->bind(1, name.toUtf8());
-  const bool found = query->step();
-  query->reset();
-  return found;
+bool isTable(sqlite3* handle, const QByteArray& name) {
+  return sqlite3_table_column_metadata(handle, nullptr, name.constData(), nullptr, nullptr, nullptr,
+                                       nullptr, nullptr, nullptr) == SQLITE_OK;
 }
 
 }  // namespace
@@ -37,25 +34,27 @@ QString TableInfo::quotedColumn(int column) const {
   return quoted(columns.at(column));
 }
 
-std::optional<TableInfo> TableInfo::read(Connection::Private& connection, const QString& name) {
-  if (!isTable(connection, name)) return std::nullopt;
+std::optional<TableInfo> TableInfo::read(const Statement& wholeRows, const QString& name) {
+  sqlite3* handle = sqlite3_db_handle(wholeRows.get());
+  const QByteArray utf8 = name.toUtf8();
+  if (!isTable(handle, utf8)) return std::nullopt;
   TableInfo table;
   table.name = name;
+  table.kinds = wholeRows.kinds();
   int keyColumns = 0;
-  const auto query = connection.kept(u"SELECT name, type, pk FROM pragma_table_info(?)"_s);
-  query->bind(1, name.toUtf8());
-  while (query->step()) {
-    const QByteArray type = bytesOf(*query, 1);
-    if (sqlite3_column_int(query->get(), 2) > 0) {
-      ++keyColumns;
-      if (type.compare("INTEGER", Qt::CaseInsensitive) == 0) {
-        table.keyColumn = static_cast<int>(table.columns.size());
-      }
+  for (int column = 0; column < wholeRows.columnCount(); ++column) {
+    const char* type = nullptr;
+    int isKey = 0;
+    if (sqlite3_table_column_metadata(handle, nullptr, utf8.constData(),
+                                      sqlite3_column_name(wholeRows.get(), column), &type, nullptr,
+                                      nullptr, &isKey, nullptr) != SQLITE_OK) {
+      return std::nullopt;
     }
-    table.columns.append(QString::fromUtf8(bytesOf(*query, 0)));
-    table.kinds.push_back(columnKind(type.constData()));
+    table.columns.append(wholeRows.columnName(column));
+    if (isKey == 0) continue;
+    ++keyColumns;
+    if (qstricmp(type, "INTEGER") == 0) table.keyColumn = column;
   }
-  query->reset();
   if (keyColumns != 1 || table.keyColumn < 0) return std::nullopt;
   return table;
 }

@@ -9,6 +9,38 @@ namespace qinghe {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+/// The number of so many digits at a place, -1 when there is anything else.
+int digits(QStringView text, qsizetype from, int count) {
+  int number = 0;
+  for (qsizetype i = from; i < from + count; ++i) {
+    const int digit = text[i].unicode() - u'0';
+    if (digit < 0 || digit > 9) return -1;
+    number = number * 10 + digit;
+  }
+  return number;
+}
+
+/// Times here are what a clock on the wall shows: without a zone, no hour is skipped or doubled.
+std::optional<QDateTime> made(QDate date, QTime time) {
+  if (!date.isValid() || !time.isValid()) return std::nullopt;
+  return QDateTime(date, time, Qt::UTC);
+}
+
+/// "2024-03-09 08:05:00", as local files keep dates: whole reports are made of these.
+std::optional<QDateTime> readKeptDate(QStringView text) {
+  constexpr qsizetype length = 19;
+  if (text.size() != length || text[4] != u'-' || text[7] != u'-' || text[10] != u' ' ||
+      text[13] != u':' || text[16] != u':') {
+    return std::nullopt;
+  }
+  return made(QDate(digits(text, 0, 4), digits(text, 5, 2), digits(text, 8, 2)),
+              QTime(digits(text, 11, 2), digits(text, 14, 2), digits(text, 17, 2)));
+}
+
+}  // namespace
+
 QString textOf(QDate value) {
   return u"%1-%2-%3"_s.arg(value.year()).arg(value.month()).arg(value.day());
 }
@@ -21,6 +53,7 @@ QString textOf(const QDateTime& value) {
 }
 
 std::optional<QDateTime> readDate(QStringView text) {
+  if (const auto kept = readKeptDate(text)) return kept;
   static const QRegularExpression pattern(
       u"^ *(?:(?<year>[0-9]{4})(?<mark>[-/])(?<month>[0-9]{1,2})\\k<mark>(?<day>[0-9]{1,2})"
       "|(?<month2>[0-9]{1,2})/(?<day2>[0-9]{1,2})/(?<year2>[0-9]{4}))"
@@ -34,9 +67,7 @@ std::optional<QDateTime> readDate(QStringView text) {
   const QDate date = yearFirst ? QDate(number(u"year"_s), number(u"month"_s), number(u"day"_s))
                                : QDate(number(u"year2"_s), number(u"month2"_s), number(u"day2"_s));
   const QTime time(number(u"hour"_s), number(u"minute"_s), number(u"second"_s));
-  if (!date.isValid() || !time.isValid()) return std::nullopt;
-  // Times here are what a clock on the wall shows: without a zone, no hour is skipped or doubled.
-  return QDateTime(date, time, Qt::UTC);
+  return made(date, time);
 }
 
 QDateTime toDate(QStringView text) {

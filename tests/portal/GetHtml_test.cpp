@@ -44,6 +44,19 @@ TEST_F(GetHtmlTest, ModeOneSendsTheEncodedUrlEncodedOnceMoreThroughTheRelay) {
             "GET /_vti_comm/review.asp?review=%48%2F%3F%56%3D%25%34%31 HTTP/1.1");
 }
 
+TEST_F(GetHtmlTest, ModeTwoSendsRawValuesBareButForWhatWouldSplitTheRequest) {
+  html.GetUrl(2, url(u"?XIMU=a b&c+%书'\"\r\nX: y\x7F&NOTH=%31#cut"_s));
+  EXPECT_EQ(requestLine(server), "GET /?XIMU=a b&c+%\xCA\xE9'\"%0D%0AX: y%7F&NOTH=%31 HTTP/1.1");
+  EXPECT_FALSE(server.requests().value(0).contains("\r\nX: y"));
+}
+
+TEST_F(GetHtmlTest, ModeOneEncodesRawValuesOnceAndKeepsWhatANumberSignWouldCut) {
+  state.gWebServer = u"HTTP://"_s + server.host() + u'/';
+  html.GetUrl(1, u"H/?V=a&书#\r\n"_s);
+  EXPECT_EQ(requestLine(server),
+            "GET /_vti_comm/review.asp?review=%48%2F%3F%56%3D%61%26%CA%E9%23%3C%62%72%3E HTTP/1.1");
+}
+
 TEST_F(GetHtmlTest, ModeOneLeavesTheCallersUrlAlone) {
   server.answerWith({"page"});
   const auto request = u"a<b"_s;

@@ -177,6 +177,20 @@ TEST_F(InetFaults, AConnectionThatWasClosedMeanwhileIsMadeAnew) {
   EXPECT_EQ(server.connectionCount(), 5);
 }
 
+TEST_F(InetFaults, ARequestThatGotNoAnswerOnAKeptConnectionIsNotMadeAgain) {
+  server.setHandler([](const QByteArray& request) {
+    Reply reply;
+    reply.bytes = request.contains("/save") ? QByteArray() : ScriptedServer::ok("page");
+    reply.reset = request.contains("/save");
+    reply.keepAlive = !reply.reset;
+    return reply;
+  });
+  EXPECT_EQ(inet.OpenURL(url(u"x"_s)), u"page"_s);
+  EXPECT_THROW(inet.OpenURL(url(u"save"_s)), TransferError);
+  EXPECT_EQ(server.requestTargets(), (QList<QByteArray>{"/x", "/save"}));
+  EXPECT_EQ(inet.OpenURL(url(u"y"_s)), u"page"_s) << "the next one has a new connection";
+}
+
 class Redirects : public TransportFixture {
  protected:
   void redirect(const QByteArray& status, const QByteArray& location) {

@@ -32,6 +32,17 @@ TEST(RequestBuilder, ABodyHasNoQuestionMark) {
   EXPECT_EQ(request.body(), u"stable=%78&JISH=%61%3C%62%72%3E%62"_s);
 }
 
+TEST(RequestBuilder, ARawValueStandsAsItIsWithAllItsMarks) {
+  EXPECT_EQ(RequestBuilder(u"HTTP://shop/"_s, paths::productAdd)
+                .encoded(u"QIYE_ID"_s, u"7"_s)
+                .raw(u"XIMU"_s, u"a b&c=%41+'\"<书>#\r\n"_s)
+                .raw(u"GESH"_s, QString())
+                .encoded(u"NOTH"_s, u"1"_s)
+                .url(),
+            u"HTTP://shop/_vti_product/_vti_add.asp?QIYE_ID=%37&XIMU=a b&c=%41+'\"<书>#\r\n&GESH="
+            "&NOTH=%31"_s);
+}
+
 TEST(RequestBuilder, DoesNotChangeTheValuesItEncodes) {
   const QString value = u"<"_s;
   RequestBuilder(u""_s, paths::login).encoded(u"A"_s, value);

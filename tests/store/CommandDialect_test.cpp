@@ -79,6 +79,36 @@ TEST(SingleTableCommand, CutsTheCommandAtTheTable) {
   EXPECT_TRUE(parts->ordered);
 }
 
+TEST(SortedDistinct, OrdersWhatHasNoOrderOfItsOwn) {
+  EXPECT_EQ(withSortedDistinct(u"select distinct lebi FROM vLEBI where KEHU_ID=25 ; "_s, 1),
+            u"select distinct lebi FROM vLEBI where KEHU_ID=25 ORDER BY 1"_s);
+  EXPECT_EQ(withSortedDistinct(u"SELECT DISTINCT a, b FROM (SELECT * FROM t ORDER BY c)"_s, 2),
+            u"SELECT DISTINCT a, b FROM (SELECT * FROM t ORDER BY c) ORDER BY 1,2"_s);
+}
+
+TEST(SortedDistinct, LeavesAnyOtherCommandAlone) {
+  for (const QString& command :
+       {u""_s, u"SELECT"_s, u"SELECT a FROM t"_s, u"SELECT DISTINCT a FROM t ORDER BY b"_s,
+        u"SELECT DISTINCT a FROM t UNION SELECT b FROM u"_s, u"SELECT DISTINCT a FROM t LIMIT 1"_s,
+        u"SELECT 'DISTINCT' FROM t"_s}) {
+    EXPECT_EQ(withSortedDistinct(command, 1), command);
+  }
+}
+
+TEST(SortedDistinct, TextsComeAsTextsWithoutCaseAndNumbersByValue) {
+  const StoreFixture f;
+  f.store.exec(
+      u"INSERT INTO GOKU (GOHU_ID,XIMU_ID,LEBI) VALUES "
+      "(1,10,'b'),(2,9,'10月'),(3,9,'B'),(4,9,'9月'),(5,9,'a')"_s);
+  const auto walk = [&](const QString& command, const QString& field) {
+    QStringList texts;
+    for (Recordset set = f.open(command); !set.atEnd(); set.MoveNext()) texts << set.text(field);
+    return texts.join(u' ');
+  };
+  EXPECT_EQ(walk(u"SELECT distinct lebi FROM GOKU"_s, u"lebi"_s).toLower(), u"10月 9月 a b"_s);
+  EXPECT_EQ(walk(u"SELECT distinct XIMU_ID FROM GOKU"_s, u"XIMU_ID"_s), u"9 10"_s);
+}
+
 TEST(Dialect, JoiningTakesNullAsEmptyAndNumbersAsTheScreensShowThem) {
   const StoreFixture f;
   const auto joined = [&](const QString& expression) {

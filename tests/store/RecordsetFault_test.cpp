@@ -1,56 +1,54 @@
 #include <SQLiteCpp/SQLiteCpp.h>
 #include <sqlite3.h>
-#include <sys/resource.h>
-#include <unistd.h>
 
 #include <QFile>
 #include <QFileInfo>
-#include <csignal>
 
 #include "store/ConnectionPrivate.h"
 #include "store_test_tools.h"
+#include "support/system_faults.h"
 
 namespace qinghe {
 namespace {
 
 using namespace Qt::StringLiterals;
 
-/// Lets the process be an ordinary user where tests run as root, whom no file mode stops.
-class OrdinaryUser {
+/// What the engine asks of the folder meanwhile: "unlink" takes a file out of it, "openDirectory"
+/// makes its entries last.
+class FolderCalls {
  public:
-  OrdinaryUser() {
-    constexpr uid_t nobody = 65534;
-    if (before_ == 0 && seteuid(nobody) != 0) ADD_FAILURE() << "cannot leave root";
+  FolderCalls() {
+    calls.clear();
+    unlink_ = replace("unlink", reinterpret_cast<sqlite3_syscall_ptr>(&FolderCalls::unlink));
+    open_ = replace("openDirectory", reinterpret_cast<sqlite3_syscall_ptr>(&FolderCalls::open));
   }
-  ~OrdinaryUser() {
-    if (before_ == 0 && seteuid(before_) != 0) ADD_FAILURE() << "cannot return to root";
+  ~FolderCalls() {
+    replace("unlink", unlink_);
+    replace("openDirectory", open_);
   }
-  OrdinaryUser(const OrdinaryUser&) = delete;
-  OrdinaryUser& operator=(const OrdinaryUser&) = delete;
+  FolderCalls(const FolderCalls&) = delete;
+  FolderCalls& operator=(const FolderCalls&) = delete;
+
+  static inline QStringList calls;
 
  private:
-  uid_t before_ = geteuid();
-};
-
-/// No file may grow beyond `bytes` meanwhile, as on a full disk.
-class SizeLimit {
- public:
-  explicit SizeLimit(rlim_t bytes) {
-    getrlimit(RLIMIT_FSIZE, &before_);
-    handler_ = std::signal(SIGXFSZ, SIG_IGN);
-    const rlimit limit{bytes, before_.rlim_max};
-    setrlimit(RLIMIT_FSIZE, &limit);
+  static sqlite3_syscall_ptr replace(const char* name, sqlite3_syscall_ptr by) {
+    sqlite3_vfs* system = sqlite3_vfs_find(nullptr);
+    const sqlite3_syscall_ptr before = system->xGetSystemCall(system, name);
+    EXPECT_EQ(system->xSetSystemCall(system, name, by), SQLITE_OK);
+    return before;
   }
-  ~SizeLimit() {
-    setrlimit(RLIMIT_FSIZE, &before_);
-    std::signal(SIGXFSZ, handler_);
+  static int unlink(const char* path) {
+    calls.append(u"unlink"_s);
+    return reinterpret_cast<int (*)(const char*)>(unlink_)(path);
   }
-  SizeLimit(const SizeLimit&) = delete;
-  SizeLimit& operator=(const SizeLimit&) = delete;
+  static int open(const char* path, int* file) {
+    calls.append(u"openDirectory"_s);
+    return reinterpret_cast<int (*)(const char*, int*)>(open_)(path, file);
+  }
 
- private:
-  rlimit before_{};
-  void (*handler_)(int) = nullptr;
+  static inline sqlite3_syscall_ptr unlink_ = nullptr;
+  static inline sqlite3_syscall_ptr open_ = nullptr;
 };
 
 class RecordsetFault : public testing::Test {
@@ -100,6 +98,14 @@ class RecordsetFault : public testing::Test {
   std::shared_ptr<Connection> connection;
   std::unique_ptr<Recordset> goods;
 };
+
+TEST_F(RecordsetFault, WhatIsSavedLastsAsTheJournalsEndIsOnDiskToo) {
+  const FolderCalls folder;
+  EXPECT_EQ(failureOfUpdate(u"x"_s), 0);
+  ASSERT_GE(folder.calls.size(), 2);
+  EXPECT_EQ(folder.calls.mid(folder.calls.size() - 2),
+            (QStringList{u"unlink"_s, u"openDirectory"_s}));
+}
 
 TEST_F(RecordsetFault, FileHeldByAnotherProcessFailsAfterTheWaitAndWorksLater) {
   SQLite::Database other(store.path().toStdString(), SQLite::OPEN_READWRITE);

@@ -83,6 +83,16 @@ TEST(Schema, IndexesTheColumnsThatAreSearched) {
   }
 }
 
+TEST(Schema, FindsAnOrdersLineWithoutLookingAtItsOtherLines) {
+  const TempStore store;
+  const QString plan =
+      store.rows(u"EXPLAIN QUERY PLAN SELECT * FROM GOKU WHERE R_ID=88 AND XIMU_ID=501"_s)
+          .first()
+          .last()
+          .toString();
+  EXPECT_TRUE(plan.contains(u"(R_ID=? AND XIMU_ID=?)"_s)) << plan.toStdString();
+}
+
 TEST(Schema, KeepsPricePackAndNoteAsTyped) {
   const StoreFixture f;
   Recordset set = f.open(u"SELECT * FROM XIMU WHERE QIYE_ID=1"_s);

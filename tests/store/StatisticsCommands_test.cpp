@@ -110,8 +110,10 @@ INSTANTIATE_TEST_SUITE_P(
                44.5},
         // The lines have no company of their own: those of the order between others come along.
         Report{"ByMonth", statistics::filled(statistics::purchaseByMonth), byMonth,
+               // Months are texts, and sorted as texts.
+               u"2024年11月[丙[1 27 2024-11-2 ]]; "
                u"2024年3月[甲[10 40 2024-3-9 册; 4 20.5 2024-3-31 ; 100 500 2024-3-20 ]; "
-               u"乙[-2 -16 2024-3-9 ]]; 2024年11月[丙[1 27 2024-11-2 ]]"_s,
+               u"乙[-2 -16 2024-3-9 ]]"_s,
                571.5},
         Report{"Details", statistics::filled(statistics::purchaseDetails), details,
                u"甲[G1 2024-3-9 供A 10 2 0; G2 2024-3-31 供B 4 1 0]; 乙[G1 2024-3-9 供A -2 0 -2]; "

@@ -35,6 +35,19 @@ TEST(ReadDate, RefusesWhatIsNoDate) {
   }
 }
 
+TEST(ReadDate, TakesTheFormThatFilesKeep) {
+  EXPECT_EQ(*readDate(u"2024-03-09 08:05:07"),
+            QDateTime(QDate(2024, 3, 9), QTime(8, 5, 7), Qt::UTC));
+  EXPECT_EQ(readDate(u"1999-12-31 00:00:00")->date(), QDate(1999, 12, 31));
+  for (const QString& text :
+       {u"2024-02-30 08:05:07"_s, u"2024-03-09 24:05:07"_s, u"2024-03-09 08:60:07"_s,
+        u"2024-03-0x 08:05:07"_s, u"2024-03-09T08:05:07"_s, u"2024-03-09 08-05-07"_s,
+        u"2024-03-09 08:05:-7"_s, u"0000-03-09 08:05:07"_s, u"2024-00-09 08:05:07"_s}) {
+    EXPECT_FALSE(readDate(text)) << text.toStdString();
+  }
+  EXPECT_EQ(readDate(u" 2024-3-09 8:05:07 ")->time(), QTime(8, 5, 7)) << "as long, and another";
+}
+
 TEST(ReadDate, KeepsAnHourThatSummerTimeWouldSkip) {
   EXPECT_EQ(textOf(*readDate(u"2024-3-31 2:30:00")), u"2024-3-31 2:30:00"_s);
 }
