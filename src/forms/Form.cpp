@@ -10,6 +10,7 @@
 #include <QMenu>
 #include <QPushButton>
 #include <QScopedValueRollback>
+#include <QScreen>
 #include <QWindow>
 
 #include "forms/FormTimer.h"
@@ -29,6 +30,20 @@ Qt::WindowFlags flagsOf(Form::Kind kind) {
       break;
   }
   return Qt::Widget;
+}
+
+/// Where a window can stand there with its title and edges, whose sizes are told only behind its
+/// showing.
+QRect roomOn(const QScreen& screen) {
+  constexpr int edge = 8;
+  constexpr int title = 36;
+  return screen.availableGeometry().marginsRemoved({edge, title, edge, edge});
+}
+
+QRect movedInto(const QRect& room, QRect place) {
+  place.moveLeft(qMax(room.left(), qMin(place.left(), room.right() + 1 - place.width())));
+  place.moveTop(qMax(room.top(), qMin(place.top(), room.bottom() + 1 - place.height())));
+  return place;
 }
 
 /// Keeps a form from being destroyed under a step that runs in it.
@@ -123,8 +138,24 @@ void Form::showChild() {
   if (sub->isMinimized() || sub->isShaded()) sub->showNormal();
   sub->show();
   if (auto* area = sub->mdiArea()) area->setActiveSubWindow(sub);
+  focusFirst();
   if (window()->isVisible() && QApplication::activeModalWidget() == nullptr) {
     window()->activateWindow();
+  }
+}
+
+/// The frame gives the focus to what comes first, even if that is closed and does not take it.
+void Form::focusFirst() {
+  const auto takesFocus = [this](const QWidget* widget) {
+    return widget != this && isAncestorOf(widget) && widget->isVisible() && widget->isEnabled() &&
+           (widget->focusPolicy() & Qt::TabFocus) != 0;
+  };
+  QWidget* first = focusWidget();
+  if (first != nullptr && takesFocus(first)) return;
+  for (first = nextInFocusChain(); first != this; first = first->nextInFocusChain()) {
+    if (!takesFocus(first)) continue;
+    first->setFocus(Qt::ActiveWindowFocusReason);
+    return;
   }
 }
 
@@ -141,9 +172,11 @@ void Form::showTopLevel() {
       windowHandle()->setTransientParent(opener_->windowHandle());
       if (!testAttribute(Qt::WA_Moved)) {
         if (!testAttribute(Qt::WA_Resized)) adjustSize();
+        const QRect room = roomOn(*opener_->screen());
+        resize(size().boundedTo(room.size()));
         auto place = QRect(QPoint(), size());
         place.moveCenter(opener_->frameGeometry().center());
-        move(place.topLeft());
+        move(movedInto(room, place).topLeft());
       }
     }
   }

@@ -73,6 +73,7 @@ class Form : public QWidget {
   QMdiSubWindow* subWindow() const;
   void attach();
   void showChild();
+  void focusFirst();
   void showTopLevel();
   void leaveScreen();
   bool dialogKey(int key);

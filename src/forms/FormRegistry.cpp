@@ -40,7 +40,7 @@ void FormRegistry::discard(Form* form) {
 void FormRegistry::sweep() {
   // In an inner event loop a handler of the form may stand further out on the stack, and a deferred
   // deletion would not wait for that one.
-  if (QThread::currentThread()->loopLevel() > 1) return;
+  if (holds_ > 0 || QThread::currentThread()->loopLevel() > 1) return;
   // A form is kept here until it is gone: what it holds must not outlive the state it belongs to.
   std::erase_if(discarded_, [](const QPointer<QWidget>& widget) { return widget.isNull(); });
   for (const auto& widget : discarded_) {

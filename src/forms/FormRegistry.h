@@ -14,6 +14,21 @@ class Form;
 /// for their destruction.
 class FormRegistry {
  public:
+  /// Keeps discarded forms for as long as it lives: while a handler lets the message loop run, the
+  /// form that it belongs to may be unloaded, and must not be gone when the handler goes on.
+  class Hold {
+   public:
+    explicit Hold(FormRegistry& registry) : registry_(registry) { ++registry_.holds_; }
+    ~Hold() {
+      if (--registry_.holds_ == 0) registry_.sweep();
+    }
+    Hold(const Hold&) = delete;
+    Hold& operator=(const Hold&) = delete;
+
+   private:
+    FormRegistry& registry_;
+  };
+
   FormRegistry() = default;
   ~FormRegistry();
   FormRegistry(const FormRegistry&) = delete;
@@ -37,6 +52,7 @@ class FormRegistry {
  private:
   std::vector<std::pair<std::type_index, Form*>> forms_;
   std::vector<QPointer<QWidget>> discarded_;
+  int holds_ = 0;
 };
 
 }  // namespace qinghe

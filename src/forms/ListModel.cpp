@@ -1,5 +1,7 @@
 #include "forms/ListModel.h"
 
+#include <algorithm>
+
 #include "forms/Icons.h"
 
 namespace qinghe {
@@ -15,8 +17,12 @@ constexpr int mostColumns = 256;
 constexpr int firstBlock = 32;
 constexpr int largestBlock = 1024;
 
+/// Of a longer text no cell shows more, but measuring all of it for each painting takes long.
+constexpr qsizetype longestShown = 1000;
+
 /// A row is one line high; line breaks and the like would spoil it.
 QString inOneLine(const QString& text) {
+  if (text.size() > longestShown) return inOneLine(text.left(longestShown)) + u'…';
   const auto isBreak = [](QChar c) {
     return c < u' ' || c == QChar::LineSeparator || c == QChar::ParagraphSeparator;
   };
@@ -124,11 +130,40 @@ QVariant ListModel::headerData(int section, Qt::Orientation orientation, int rol
   return titles_.value(section);
 }
 
+void ListModel::sort(int column, Qt::SortOrder order) {
+  announce();
+  emit layoutAboutToBeChanged({}, VerticalSortHint);
+  const auto before = persistentIndexList();
+  const auto text = [column](const ListItem* item) {
+    return column == 0 ? item->text_ : item->subItem(column);
+  };
+  std::ranges::stable_sort(rows_, [&text, order](const ListItem* left, const ListItem* right) {
+    const int difference = text(left).compare(text(right), Qt::CaseInsensitive);
+    return order == Qt::AscendingOrder ? difference < 0 : difference > 0;
+  });
+  int row = 0;
+  for (auto* item : rows_) item->row_ = row++;
+  QModelIndexList behind;
+  for (const auto& index : before) {
+    const auto* item = static_cast<const ListItem*>(index.internalPointer());
+    behind << createIndex(item->row_, index.column(), index.internalPointer());
+  }
+  changePersistentIndexList(before, behind);
+  emit layoutChanged({}, VerticalSortHint);
+}
+
 void ListModel::addColumn(const QString& title) {
   const int column = columnCount();
   beginInsertColumns({}, column, column);
   titles_ << title;
   endInsertColumns();
+}
+
+void ListModel::clearColumns() {
+  if (titles_.isEmpty()) return;
+  beginRemoveColumns({}, 0, columnCount() - 1);
+  titles_.clear();
+  endRemoveColumns();
 }
 
 void ListModel::setCheckBoxes(bool on) {

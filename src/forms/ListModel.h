@@ -29,8 +29,10 @@ class ListModel : public QAbstractItemModel {
   Qt::ItemFlags flags(const QModelIndex& index) const override;
   QVariant data(const QModelIndex& index, int role) const override;
   QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+  void sort(int column, Qt::SortOrder order) override;
 
   void addColumn(const QString& title);
+  void clearColumns();
   void setCheckBoxes(bool on);
   bool hasCheckBoxes() const { return checkBoxes_; }
 

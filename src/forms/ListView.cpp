@@ -4,9 +4,11 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QScopedValueRollback>
 #include <QStyle>
 
 #include "forms/ListModel.h"
+#include "forms/spread_widths.h"
 
 namespace qinghe {
 
@@ -28,19 +30,101 @@ ListView::ListView(const QString& name, QWidget* parent)
   header()->setHighlightSections(false);
   header()->setStretchLastSection(false);  // widths are what the screens make them
   setModel(model_);
-  connect(header(), &QHeaderView::sectionClicked, this, &ListView::columnClick);
+  connect(header(), &QHeaderView::sectionClicked, this, [this](int column) {
+    // The header has turned its own mark already, whether somebody sorts now or not.
+    setSortMark(header()->isSortIndicatorShown());
+    emit columnClick(column);
+  });
+  connect(header(), &QHeaderView::sectionResized, this,
+          [this] { edgeMoved_ = edgeMoved_ || (titlePressed_ && !spreading_); });
+  connect(model_, &QAbstractItemModel::rowsInserted, this, &ListView::spreadSoon);
+  header()->viewport()->installEventFilter(this);
 }
 
 ListView::~ListView() = default;
 
 void ListView::addColumn(const QString& title, int width) {
+  toldWidths_ << width;
   model_->addColumn(title);
   setColumnWidth(model_->columnCount() - 1, width);
+}
+
+void ListView::clearColumns() {
+  model_->clearColumns();
+  toldWidths_.clear();
+  edgeMoved_ = false;
 }
 
 void ListView::setColumnWidths(const QList<int>& widths) {
   const auto columns = qMin<qsizetype>(widths.size(), model_->columnCount());
   for (int column = 0; column < columns; ++column) setColumnWidth(column, widths[column]);
+}
+
+void ListView::setColumnWidth(int column, int width) {
+  if (column < 0 || column >= toldWidths_.size()) return;
+  toldWidths_[column] = width;
+  QTreeView::setColumnWidth(column, width);
+  spread();
+}
+
+void ListView::setSpreadsColumns(bool on) {
+  spreads_ = on;
+  // It measures at each change of size: the rows in sight and some behind are enough.
+  if (on) header()->setResizeContentsPrecision(100);
+  const auto widths = toldWidths_;
+  setColumnWidths(widths);
+}
+
+void ListView::setFillingColumn(int column, int inset) {
+  fillingColumn_ = column;
+  fillingInset_ = inset;
+  fill();
+}
+
+void ListView::fill() {
+  const int width = viewport()->width() - fillingInset_;
+  if (fillingColumn_ >= 0 && !edgeMoved_ && width > 0) setColumnWidth(fillingColumn_, width);
+}
+
+void ListView::spread() {
+  spreadingSoon_ = false;
+  if (!spreads_ || edgeMoved_ || spreading_) return;
+  const QScopedValueRollback busy(spreading_, true);
+  QList<int> shown;
+  QList<ColumnRoom> columns;
+  for (int column = 0; column < toldWidths_.size(); ++column) {
+    if (toldWidths_[column] <= 0 || isColumnHidden(column)) continue;
+    shown << column;
+    columns << ColumnRoom{toldWidths_[column],
+                          qMax(sizeHintForColumn(column), header()->sectionSizeHint(column))};
+  }
+  const auto widths = spreadWidths(columns, viewport()->width());
+  for (qsizetype i = 0; i < shown.size(); ++i) QTreeView::setColumnWidth(shown[i], widths[i]);
+}
+
+void ListView::spreadSoon() {
+  // The cells are filled behind the row, and other rows come with it.
+  if (!spreads_ || edgeMoved_ || spreadingSoon_) return;
+  spreadingSoon_ = true;
+  QMetaObject::invokeMethod(this, &ListView::spread, Qt::QueuedConnection);
+}
+
+void ListView::resizeEvent(QResizeEvent* event) {
+  QTreeView::resizeEvent(event);
+  fill();
+  spread();
+}
+
+bool ListView::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == header()->viewport()) {
+    const auto type = event->type();
+    if (type == QEvent::MouseButtonPress || type == QEvent::MouseButtonDblClick) {
+      titlePressed_ = true;
+    } else if (type == QEvent::MouseButtonRelease) {
+      titlePressed_ = false;
+    }
+  }
+  return QTreeView::eventFilter(watched, event);
 }
 
 void ListView::setCheckBoxes(bool on) {
@@ -53,6 +137,8 @@ bool ListView::hasCheckBoxes() const {
 
 ListItem* ListView::addItem(const QString& key, const QString& text, const QString& icon) {
   auto* item = model_->add(key, text, icon);
+  // A mark over rows that are in no order any more would not tell the truth.
+  if (header()->isSortIndicatorShown()) setSortMark(false);
   if (item->row() == 0) select(indexOf(item));
   return item;
 }
@@ -79,6 +165,19 @@ ListItem* ListView::itemUnder(const QPoint& viewportPosition) const {
   model_->announce();
   const auto index = indexAt(viewportPosition);
   return index.isValid() ? model_->at(index.row()) : nullptr;
+}
+
+void ListView::sortByColumn(int column) {
+  const bool again = column == sortColumn_ && sortOrder_ == Qt::AscendingOrder;
+  sortColumn_ = column;
+  sortOrder_ = again ? Qt::DescendingOrder : Qt::AscendingOrder;
+  model_->sort(column, sortOrder_);
+  setSortMark(true);
+}
+
+void ListView::setSortMark(bool shown) {
+  header()->setSortIndicatorShown(shown);
+  header()->setSortIndicator(sortColumn_, sortOrder_);
 }
 
 ListItem* ListView::selectedItem() const {
@@ -158,6 +257,7 @@ void ListView::mouseDoubleClickEvent(QMouseEvent* event) {
   press(*event);
   const auto index = indexAt(position);
   if (index.isValid()) emit doubleClicked(index);
+  emit mouseDoubleClick(event->button(), position);
 }
 
 void ListView::mouseMoveEvent(QMouseEvent* event) {
@@ -173,11 +273,22 @@ void ListView::mouseReleaseEvent(QMouseEvent* event) {
   emit mouseUp(button, event->position().toPoint());
 }
 
+bool ListView::keyOnSelected(int key) {
+  const bool checks = key == Qt::Key_Space && model_->hasCheckBoxes();
+  const bool clicks = !checks && clickKeys_.contains(key);
+  if (auto* item = selectedItem(); item != nullptr && checks) {
+    toggle(item);
+  } else if (item != nullptr && clicks) {
+    emit itemClick(item);
+  }
+  return clicks || key == Qt::Key_Space;
+}
+
 void ListView::keyPressEvent(QKeyEvent* event) {
   model_->announce();
-  if (event->key() == Qt::Key_Space && event->modifiers() == Qt::NoModifier) {
+  const bool plain = (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
+  if (plain && keyOnSelected(event->key())) {
     event->accept();
-    if (model_->hasCheckBoxes() && selectedItem() != nullptr) toggle(selectedItem());
     return;
   }
   const auto* before = selectedItem();

@@ -53,9 +53,22 @@ class ListView : public QTreeView {
   ~ListView() override;
 
   void addColumn(const QString& title, int width);  ///< width in pixels
+  /// Rows stay, with all their cells.
+  void clearColumns();
   void setColumnWidths(const QList<int>& widths);
+  void setColumnWidth(int column, int width);
+  /// The shown columns fill the list when their widths leave room: those whose texts are cut are
+  /// served first, and none becomes narrower than it was made. It ends when the user moves an edge
+  /// between the titles, until the columns are made anew. Off puts the widths back.
+  void setSpreadsColumns(bool on);
+  /// The column is as wide as the list's inside less `inset` pixels, whatever becomes of the list's
+  /// size and its scroll bars. It ends when the user moves an edge between the titles.
+  void setFillingColumn(int column, int inset);
   void setCheckBoxes(bool on);
   bool hasCheckBoxes() const;
+  /// Keys that click the selected row: no arrow key clicks the first one, which is selected from
+  /// the start, and often there is no other to come from.
+  void setClickKeys(const QList<Qt::Key>& keys) { clickKeys_ = keys; }
 
   /// Adds a row at the end. In a long list the view learns of new rows in batches, when it is
   /// looked at or the program next waits for events.
@@ -66,6 +79,11 @@ class ListView : public QTreeView {
   int itemCount() const;
   ListItem* itemAt(int row) const;                            ///< null outside the list
   ListItem* itemUnder(const QPoint& viewportPosition) const;  ///< null in empty space
+
+  /// Sorts the rows by a column's texts, case not counting: ascending first, the other way round
+  /// when it is the same column again. Equal rows keep their order; rows added later stand at the
+  /// end. For a click on the column's title.
+  void sortByColumn(int column);
 
   ListItem* selectedItem() const;  ///< null in an empty list
   void setSelectedItem(ListItem* item);
@@ -82,6 +100,8 @@ class ListView : public QTreeView {
   /// Positions are the viewport's. A press comes before what it does, a release behind it.
   void mouseDown(Qt::MouseButton button, const QPoint& position);
   void mouseUp(Qt::MouseButton button, const QPoint& position);
+  /// Behind the second press of a double click, in empty space, too.
+  void mouseDoubleClick(Qt::MouseButton button, const QPoint& position);
   void columnClick(int column);
 
  protected:
@@ -91,6 +111,8 @@ class ListView : public QTreeView {
   void mouseDoubleClickEvent(QMouseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
   void drawRow(QPainter* painter, const QStyleOptionViewItem& option,
                const QModelIndex& index) const override;
   bool viewportEvent(QEvent* event) override;
@@ -102,9 +124,26 @@ class ListView : public QTreeView {
   void select(const QModelIndex& index);
   void press(const QMouseEvent& event);
   void toggle(ListItem* item);
+  /// What a key does to the selected row; false when it is no key of that kind.
+  bool keyOnSelected(int key);
+  void setSortMark(bool shown);
+  void fill();
+  void spread();
+  void spreadSoon();
 
   ListModel* model_;
   Qt::MouseButtons pressed_;  ///< pressed here and not yet released
+  int sortColumn_ = -1;
+  Qt::SortOrder sortOrder_ = Qt::AscendingOrder;
+  QList<Qt::Key> clickKeys_;
+  QList<int> toldWidths_;
+  int fillingColumn_ = -1;
+  int fillingInset_ = 0;
+  bool spreads_ = false;
+  bool spreadingSoon_ = false;
+  bool spreading_ = false;
+  bool titlePressed_ = false;
+  bool edgeMoved_ = false;  ///< by the user
 };
 
 }  // namespace qinghe

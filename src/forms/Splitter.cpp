@@ -104,6 +104,9 @@ bool SplitPane::eventFilter(QObject* watched, QEvent* event) {
     case QEvent::LayoutRequest:
       updateGeometry();
       break;
+    case QEvent::PaletteChange:
+      if (watched == this) paintBar(dragging_);
+      break;
     default:
       break;
   }

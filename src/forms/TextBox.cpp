@@ -89,11 +89,19 @@ TextBox::TextBox(const QString& name, Lines lines, QWidget* parent) : QWidget(pa
   box->addWidget(editor());
   editor()->setObjectName(name + u".editor"_s);
   editor()->installEventFilter(this);
-  setFocusProxy(editor());
+  colour();
 }
 
 QWidget* TextBox::editor() const {
   return line_ != nullptr ? static_cast<QWidget*>(line_) : static_cast<QWidget*>(memo_);
+}
+
+void TextBox::setFocus(Qt::FocusReason reason) {
+  editor()->setFocus(reason);
+}
+
+void TextBox::focusInEvent(QFocusEvent* event) {
+  editor()->setFocus(event->reason());
 }
 
 QString TextBox::text() const {
@@ -121,7 +129,13 @@ void TextBox::setReadOnly(bool readOnly) {
 
 void TextBox::colour() {
   auto colours = palette();
-  if (isReadOnly()) colours.setColor(QPalette::Base, colours.color(QPalette::Window));
+  // Dark themes leave the hint in a box black.
+  QColor hint = colours.color(QPalette::Text);
+  hint.setAlphaF(0.6F);
+  colours.setColor(QPalette::PlaceholderText, hint);
+  const QColor behind = colours.color(QPalette::Window);
+  colours.setColor(QPalette::Disabled, QPalette::Base, behind);
+  if (isReadOnly()) colours.setColor(QPalette::Base, behind);
   editor()->setPalette(colours);
 }
 

@@ -4,6 +4,7 @@
 #include <QWidget>
 #include <functional>
 
+class QFocusEvent;
 class QLineEdit;
 class QPlainTextEdit;
 
@@ -14,8 +15,8 @@ namespace qinghe {
 ///
 /// The focus and the keys belong to `editor()`, the line edit or text edit inside, whose
 /// `objectName` is the box's with ".editor" behind it; the box hands the focus on to it. A label
-/// takes `editor()` as its buddy, which also names it for screen readers. Tab moves on to the next
-/// control in boxes of many lines, too.
+/// takes `editor()` as its buddy, which also names it for screen readers, and `setTabOrder` takes
+/// it, too. Tab moves on to the next control in boxes of many lines, too.
 class TextBox : public QWidget {
   Q_OBJECT
 
@@ -27,13 +28,17 @@ class TextBox : public QWidget {
   QString text() const;
   /// Code and user changes are alike: `changed` comes whenever the text differs.
   void setText(const QString& text);
-  /// A read-only box has the colour of the form behind it.
+  /// A read-only box has the colour of the form behind it, as a disabled one has.
   void setReadOnly(bool readOnly);
   bool isReadOnly() const;
   void setPasswordMode();
   void selectAll();
 
   QWidget* editor() const;
+
+  /// To the editor. No focus proxy: Tab would come to the box by itself as well, wherever it stood
+  /// when the editor was given its place in the order, and go round in a part of the form.
+  void setFocus(Qt::FocusReason reason = Qt::OtherFocusReason);
 
   /// A value carried along, such as the id behind a name. Setting it is no change.
   QString Tag;
@@ -52,6 +57,7 @@ class TextBox : public QWidget {
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
   void changeEvent(QEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
 
  private:
   void noteChange();

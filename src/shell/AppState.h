@@ -2,6 +2,7 @@
 
 #include <QList>
 #include <QString>
+#include <functional>
 #include <memory>
 
 #include "forms/FormsState.h"
@@ -52,10 +53,19 @@ struct AppState : PortalState {
   qint16 gUserLevel = 0;  ///< 0 free, 1 formal, 2 VIP
   qint32 gPartnerId = 0;  ///< the enterprise that the next screen is about
   QString gPartnerName;
-  QList<PeerEntry> gPeers;  ///< the messenger's slots, one for each of its sockets
+  double gShenId = 0;            ///< the province chosen last, whose cities `frmGetAREA` lists
+  qint32 gCurrentOrderId = 0;    ///< the order that the next order screen opens, 0 for a new one
+  qint32 gRetailOrderId = 0;     ///< the retail order that the next screen opens
+  qint32 gGoodsId = 0;           ///< the goods item that the next detail screen shows
+  qint32 gBrandId = 0;           ///< the brand of the row that the goods search stands on
+  qint32 gChosenProducerId = 0;  ///< the brand that the next detail screen shows; nobody sets it
+  QList<PeerEntry> gPeers;       ///< the messenger's slots, one for each of its sockets
 
   qint32 peerPort = 8088;  ///< where the messenger listens, and where it looks for every partner
   QString peerAddress;     ///< the one address it listens at; empty for all of the machine
+
+  std::function<void()> openHelp;          ///< shows the help window; set by the main window
+  std::function<void()> openRegistration;  ///< shows `FrmRegister_OK`; set by the main window
 
   CalculatorOperands calculator;
 

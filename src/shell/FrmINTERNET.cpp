@@ -55,6 +55,10 @@ QString chosen(const Options& options) {
 void choose(const Options& options, const QString& text) {
   for (int i = 0; i < 3; ++i)
     if (text == textOf(i)) options.at(static_cast<size_t>(i))->setChecked(true);
+  // Tab comes to the chosen one: from another the arrow keys would change the choice unasked.
+  for (auto* option : options) {
+    option->setFocusPolicy(option->isChecked() ? Qt::StrongFocus : Qt::ClickFocus);
+  }
 }
 
 QGroupBox* frame(const QString& name, const QString& caption) {
@@ -71,6 +75,7 @@ FrmINTERNET::FrmINTERNET() : Form(Kind::Dialog, u"FrmINTERNET"_s, u"网络设置
 
 void FrmINTERNET::makeControls() {
   TextWebServer = new TextBox(u"TextWebServer"_s, TextBox::Lines::One, this);
+  TextWebServer->editor()->setAccessibleName(u"服务器地址"_s);
   TextWebServer->setText(builtInHost.toString());
   Option1 = named(new QRadioButton(u"默认"_s, this), u"Option1"_s);
   Option2 = named(new QRadioButton(u"拨号上网"_s, this), u"Option2"_s);
@@ -78,9 +83,11 @@ void FrmINTERNET::makeControls() {
   group({Option1, Option2, Option3}, this);
   Option1->setChecked(true);
   TextProxy = new TextBox(u"TextProxy"_s, TextBox::Lines::One, this);
+  TextProxy->editor()->setAccessibleName(u"代理"_s);
   Command1 = named(new QPushButton(u"添加"_s, this), u"Command1"_s);
   List1 = named(new QListWidget(this), u"List1"_s);
   List1->setUniformItemSizes(true);
+  List1->setAccessibleName(u"网络代理"_s);
   Command2 = named(new QPushButton(u"删除"_s, this), u"Command2"_s);
   Option4 = named(new QRadioButton(u"POST方式(慢)"_s, this), u"Option4"_s);
   Option5 = named(new QRadioButton(u"混合方式(较快)"_s, this), u"Option5"_s);
@@ -91,6 +98,7 @@ void FrmINTERNET::makeControls() {
   CheckAutoPeer = named(new QCheckBox(u"启动时启动消息窗口"_s, this), u"CheckAutoPeer"_s);
   CheckViewPict = named(new QCheckBox(u"在所有窗口中显示图片"_s, this), u"CheckViewPict"_s);
   TextPage = new TextBox(u"TextPage"_s, TextBox::Lines::One, this);
+  TextPage->editor()->setAccessibleName(u"分页显示行数"_s);
   TextPage->setText(u"10"_s);
   Command3 = named(new QPushButton(u"确认"_s, this), u"Command3"_s);
   Command4 = named(new QPushButton(u"取消"_s, this), u"Command4"_s);
@@ -188,6 +196,7 @@ void FrmINTERNET::layOut() {
                                        Command3,
                                        Command4};
   for (size_t i = 1; i < order.size(); ++i) setTabOrder(order.at(i - 1), order.at(i));
+  order.front()->setFocus();
 }
 
 void FrmINTERNET::connectKeys() {

@@ -7,11 +7,17 @@ namespace qinghe {
 
 bool readPortal(const QString& url, EmptyAnswer empty,
                 const std::function<bool(GetHtml&)>& eachRow) {
+  return readPortal([&url](GetHtml& html) { return html.GetUrl(app().gUnicode, url); }, empty,
+                    eachRow);
+}
+
+bool readPortal(const PageFetch& fetch, EmptyAnswer empty,
+                const std::function<bool(GetHtml&)>& eachRow) {
   auto& state = app();
   const HourGlass glass;
   try {
     GetHtml html(state, state.inetQuotes);
-    const QString page = html.GetUrl(state.gUnicode, url);
+    const QString page = fetch(html);
     state.gResponse = page;
     state.gResponse = html.ParseResponse(page);
     if (state.gResponse.isEmpty()) return empty == EmptyAnswer::IsNoRows;
@@ -29,6 +35,7 @@ bool readPortal(const QString& url, EmptyAnswer empty,
 bool postToPortal(const QString& url, const QString& body) {
   auto& state = app();
   const HourGlass glass;
+  const FormRegistry::Hold hold(state.forms.registry);  // the wait for another post lets all run
   try {
     GetHtml(state, state.inetQuotes).PostUrl(url, body);
     return true;

@@ -16,6 +16,13 @@ enum class EmptyAnswer { IsNoRows, IsFailure };
 bool readPortal(const QString& url, EmptyAnswer empty,
                 const std::function<bool(GetHtml&)>& eachRow);
 
+/// Fetches a page in a way of its own.
+using PageFetch = std::function<QString(GetHtml&)>;
+
+/// The same for the few that do not go by submit mode.
+bool readPortal(const PageFetch& fetch, EmptyAnswer empty,
+                const std::function<bool(GetHtml&)>& eachRow);
+
 /// Posts a long text, fire and forget; false only when the post could not be started.
 bool postToPortal(const QString& url, const QString& body);
 

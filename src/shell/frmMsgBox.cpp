@@ -49,7 +49,10 @@ frmMsgBox::frmMsgBox() : Form(Kind::Dialog, u"frmMsgBox"_s, productTitle() + ver
   lblDisclaimer = textLine(u"lblDisclaimer"_s, 0.85, false, this);
   lblDisclaimer->setText(frmSplash::warningLine());
   QPalette pale = lblDisclaimer->palette();
-  pale.setColor(QPalette::WindowText, pale.color(QPalette::PlaceholderText));
+  // Made from the text's own colour: themes forget the one for hints.
+  QColor colour = pale.color(QPalette::WindowText);
+  colour.setAlphaF(0.7F);
+  pale.setColor(QPalette::WindowText, colour);
   lblDisclaimer->setPalette(pale);
   cmdOK = new QPushButton(u"确定"_s, this);
   cmdOK->setObjectName(u"cmdOK"_s);

@@ -2,8 +2,10 @@
 
 #include <QEventLoop>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QPointer>
 #include <QPushButton>
+#include <QScreen>
 #include <QVBoxLayout>
 
 #include "forms/FormTimer.h"
@@ -367,6 +369,52 @@ TEST_F(FormTest, EnterInADialogPressesTheDefaultButtonOrTheOneWithTheFocus) {
   QTest::keyClick(cancel, Qt::Key_Enter, Qt::KeypadModifier);
   EXPECT_EQ(okClicked.count(), 1);
   EXPECT_EQ(cancelClicked.count(), 1);
+}
+
+// Focus and place
+
+TEST_F(FormTest, AChildOpensWithTheFocusOnTheFirstThatTakesIt) {
+  frame();
+  LoggingForm form(Kind::Child, u"A"_s, log_);
+  auto* closed = new QLineEdit(&form);
+  closed->setEnabled(false);
+  auto* hidden = new QLineEdit(&form);
+  hidden->hide();
+  auto* open = new QLineEdit(&form);
+  new QLineEdit(&form);
+  form.showForm();
+  settle();
+  EXPECT_EQ(QApplication::focusWidget(), open);
+}
+
+TEST_F(FormTest, AChildThatIsAskedForAgainKeepsTheFocusWhereItWas) {
+  frame();
+  LoggingForm form(Kind::Child, u"A"_s, log_);
+  new QLineEdit(&form);
+  auto* second = new QLineEdit(&form);
+  form.showForm();
+  second->setFocus();
+  form.showForm();
+  settle();
+  EXPECT_EQ(QApplication::focusWidget(), second);
+}
+
+TEST_F(FormTest, ADialogStaysOnTheScreenHoweverLargeItWouldBe) {
+  const QRect screen = frameWindow().screen()->availableGeometry();
+  frameWindow().move(screen.bottomRight() - QPoint(60, 60));
+  settle();
+  LoggingForm form(Kind::Dialog, u"A"_s, log_);
+  (new QVBoxLayout(&form))->addWidget(new QPlainTextEdit);
+  form.resize(screen.size() * 2);
+  form.showForm();
+  EXPECT_TRUE(screen.contains(form.geometry()));
+  LoggingForm small(Kind::Dialog, u"B"_s, log_);
+  (new QVBoxLayout(&small))->addWidget(new QPlainTextEdit);
+  small.resize(200, 100);
+  frameWindow().activateWindow();
+  small.showForm();
+  EXPECT_EQ(small.size(), QSize(200, 100));
+  EXPECT_TRUE(screen.contains(small.geometry()));
 }
 
 // Default instances

@@ -199,6 +199,23 @@ TEST_F(ListViewTest, ADoubleClickIsTwoPresses) {
   EXPECT_EQ(events_.filter(u"check"_s).size(), 2);
 }
 
+TEST_F(ListViewTest, ADoubleClickIsToldOnceWithItsButtonAlsoInEmptySpace) {
+  fill(1);
+  show();
+  QObject::connect(&list_, &ListView::mouseDoubleClick, &list_,
+                   [this](Qt::MouseButton button, const QPoint& place) {
+                     const auto* item = list_.itemUnder(place);
+                     events_ << u"double %1 %2"_s.arg(button).arg(item ? item->text() : QString());
+                   });
+  auto* viewport = list_.viewport();
+  QTest::mouseDClick(viewport, Qt::LeftButton, {}, list_.cellRect(list_.itemAt(0)).center());
+  EXPECT_EQ(events_.filter(u"double"_s), QStringList{u"double 1 r0"_s});
+  EXPECT_EQ(events_.last(), u"double 1 r0"_s) << "behind the press";
+  events_.clear();
+  QTest::mouseDClick(viewport, Qt::RightButton, {}, QPoint(20, 250));
+  EXPECT_EQ(events_.filter(u"double"_s), QStringList{u"double 2 "_s});
+}
+
 TEST_F(ListViewTest, AReleaseWhosePressWasElsewhereIsNone) {
   fill(3);
   show();
@@ -272,6 +289,24 @@ TEST_F(ListViewTest, AKeyThatMovesTheRowClicks) {
   QTest::keyClick(&list_, Qt::Key_PageDown);
   EXPECT_EQ(events_.size(), 2);
   EXPECT_GT(selectedRow(), 1);
+}
+
+TEST_F(ListViewTest, AClickKeyClicksTheSelectedRowWhichMayBeTheOnlyOne) {
+  list_.setClickKeys({Qt::Key_Return, Qt::Key_Space});
+  show();
+  QTest::keyClick(&list_, Qt::Key_Return);
+  EXPECT_EQ(events_, QStringList{}) << "of an empty list";
+  fill(1);
+  QTest::keyClick(&list_, Qt::Key_Return);
+  QTest::keyClick(&list_, Qt::Key_Return, Qt::KeypadModifier);
+  QTest::keyClick(&list_, Qt::Key_Return, Qt::ControlModifier);
+  EXPECT_EQ(events_, QStringList({u"click r0"_s, u"click r0"_s}));
+  events_.clear();
+  QTest::keyClick(&list_, Qt::Key_Space);
+  EXPECT_EQ(events_, QStringList{u"check r0 1"_s}) << "where there is a box it is the box's key";
+  list_.setCheckBoxes(false);
+  QTest::keyClick(&list_, Qt::Key_Space);
+  EXPECT_EQ(events_.last(), u"click r0"_s);
 }
 
 TEST_F(ListViewTest, CodeRaisesNothing) {
@@ -419,6 +454,27 @@ TEST_F(ListViewTest, AHeaderClickTellsItsColumn) {
                     QPoint(header->sectionViewportPosition(1) + 20, header->height() / 2));
   ASSERT_EQ(clicked.count(), 1);
   EXPECT_EQ(clicked.first().first().toInt(), 1);
+}
+
+TEST_F(ListViewTest, ClearedColumnsLeaveTheRowsWithAllTheirCells) {
+  QAbstractItemModelTester tester(list_.model(),
+                                  QAbstractItemModelTester::FailureReportingMode::Fatal);
+  fill(3);
+  list_.itemAt(1)->setSubItem(9, u"beyond the headers"_s);
+  show();
+  list_.clearColumns();
+  list_.clearColumns();
+  EXPECT_EQ(list_.model()->columnCount(), 0);
+  EXPECT_EQ(list_.itemCount(), 3);
+  list_.addItem(QString(), u"without a header"_s);
+  EXPECT_FALSE(list_.grab().isNull());
+  list_.addColumn(u"又一列"_s, 70);
+  EXPECT_EQ(list_.itemAt(1)->subItem(9), u"beyond the headers"_s);
+  EXPECT_EQ(list_.model()->headerData(0, Qt::Horizontal, Qt::DisplayRole), u"又一列"_s);
+  EXPECT_EQ(list_.columnWidth(0), 70);
+  list_.clearItems();
+  list_.clearColumns();
+  EXPECT_FALSE(list_.grab().isNull());
 }
 
 TEST_F(ListViewTest, ColumnWidthsAreTaken) {

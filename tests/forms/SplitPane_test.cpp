@@ -53,6 +53,13 @@ TEST_F(SplitPaneTest, ThePanesStandBesideTheBar) {
   EXPECT_EQ(second_->cursor().shape(), Qt::ArrowCursor);
 }
 
+TEST_F(SplitPaneTest, TheBarTakesTheColourOfAnotherTheme) {
+  QPalette dark = pane_.palette();
+  dark.setColor(QPalette::Button, QColor(49, 54, 59));
+  pane_.setPalette(dark);
+  EXPECT_EQ(colour(), QColor(49, 54, 59));
+}
+
 TEST_F(SplitPaneTest, TheBarIsBlackAndFollowsTheMouseWhileItIsDragged) {
   EXPECT_EQ(colour(), face());
   press();

@@ -62,10 +62,42 @@ class TextBoxTest : public FormsFixture {
 }  // namespace
 
 TEST_F(TextBoxTest, TheEditorIsFoundByNameAndTakesTheFocus) {
+  open();
   EXPECT_EQ(form_.findChild<QLineEdit*>(u"txtFields(3).editor"_s), price_->editor());
   EXPECT_EQ(form_.findChild<TextBox*>(u"txtFields(3)"_s), price_);
   EXPECT_NE(qobject_cast<QPlainTextEdit*>(memo_->editor()), nullptr);
-  EXPECT_EQ(price_->focusProxy(), price_->editor());
+  price_->setFocus();
+  EXPECT_EQ(QApplication::focusWidget(), price_->editor());
+  static_cast<QWidget*>(memo_)->setFocus();
+  EXPECT_EQ(QApplication::focusWidget(), memo_->editor());
+}
+
+TEST_F(TextBoxTest, TabComesToABoxOnceWhereverItsEditorWasPut) {
+  QWidget* const order[] = {list_, memo_->editor(), button_, price_->editor(), check_};
+  for (std::size_t i = 1; i < std::size(order); ++i) QWidget::setTabOrder(order[i - 1], order[i]);
+  accepts_ = true;
+  form_.showForm();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&form_));
+  order[0]->setFocus();
+  for (std::size_t i = 1; i <= std::size(order); ++i) {
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    EXPECT_EQ(QApplication::focusWidget(), order[i % std::size(order)]) << i;
+  }
+  for (std::size_t i = std::size(order); i-- > 0;) {
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_EQ(QApplication::focusWidget(), order[i]) << i;
+  }
+}
+
+TEST_F(TextBoxTest, ADisabledBoxHasTheColourOfTheFormBehindItInEveryTheme) {
+  QPalette dark = form_.palette();
+  dark.setColor(QPalette::Window, QColor(40, 44, 48));
+  dark.setColor(QPalette::Base, QColor(20, 22, 24));
+  form_.setPalette(dark);
+  EXPECT_EQ(price_->editor()->palette().color(QPalette::Active, QPalette::Base),
+            QColor(20, 22, 24));
+  EXPECT_EQ(price_->editor()->palette().color(QPalette::Disabled, QPalette::Base),
+            QColor(40, 44, 48));
 }
 
 TEST_F(TextBoxTest, LineBreaksGoInEitherWayAndComeOutAsCrLf) {
@@ -175,6 +207,17 @@ TEST_F(TextBoxTest, AReadOnlyBoxHasTheColourOfTheFormInEveryTheme) {
   EXPECT_EQ(base(), QColor(40, 41, 42));
   price_->setReadOnly(false);
   EXPECT_EQ(base(), dark.color(QPalette::Base));
+}
+
+TEST_F(TextBoxTest, ItsHintCanBeReadInADarkTheme) {
+  const auto hint = [this] { return price_->editor()->palette().color(QPalette::PlaceholderText); };
+  EXPECT_EQ(hint().rgb(), form_.palette().color(QPalette::Text).rgb());
+  auto dark = form_.palette();
+  dark.setColor(QPalette::Text, QColor(250, 251, 252));
+  dark.setColor(QPalette::PlaceholderText, Qt::black);
+  form_.setPalette(dark);
+  EXPECT_EQ(hint().rgb(), QColor(250, 251, 252).rgb());
+  EXPECT_GT(hint().alpha(), 140);
 }
 
 TEST_F(TextBoxTest, SelectAllSelectsTheWholeText) {

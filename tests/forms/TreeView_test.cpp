@@ -66,4 +66,36 @@ TEST_F(TreeViewTest, ClearingLeavesNoNode) {
   EXPECT_EQ(clicked, QStringList());
 }
 
+TEST_F(TreeViewTest, TellsPressesOfAnyButtonAndFindsTheNodeBesideItsExpander) {
+  fill();
+  TreeNode* child = tree.addChild(*tree.root(1), u"b1"_s, u"Help"_s, u"help"_s);
+  tree.root(1)->setExpanded(true);
+  QStringList pressed;
+  QObject::connect(&tree, &TreeView::mouseDown, &tree,
+                   [&](Qt::MouseButton button, const QPoint& position) {
+                     const TreeNode* node = tree.nodeUnder(position);
+                     pressed.append(QString::number(button) + (node ? node->text() : u"-"_s));
+                   });
+  const QPoint middle = tree.visualItemRect(child).center();
+  QTest::mouseClick(tree.viewport(), Qt::LeftButton, {}, middle);
+  QTest::mouseDClick(tree.viewport(), Qt::RightButton, {}, middle);
+  QTest::mouseClick(tree.viewport(), Qt::LeftButton, {}, QPoint(1, middle.y()));
+  QTest::mouseClick(tree.viewport(), Qt::LeftButton, {}, QPoint(100, 190));
+  EXPECT_EQ(pressed, QStringList({u"1b1"_s, u"2b1"_s, u"1-"_s, u"1-"_s}));
+  EXPECT_EQ(child->Tag, u"help"_s);
+  EXPECT_EQ(tree.root(1)->childCount(), 1);
+}
+
+TEST_F(TreeViewTest, TellsKeysApartFromTheMouse) {
+  fill();
+  QStringList keyed;
+  QObject::connect(&tree, &TreeView::nodeKey, &tree,
+                   [&](TreeNode* node) { keyed.append(node->text()); });
+  QTest::mouseClick(tree.viewport(), Qt::LeftButton, {},
+                    tree.visualItemRect(tree.root(1)).center());
+  EXPECT_EQ(keyed, QStringList());
+  QTest::keyClick(&tree, Qt::Key_Up);
+  EXPECT_EQ(keyed, QStringList{u"a"_s});
+}
+
 }  // namespace

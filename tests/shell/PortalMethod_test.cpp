@@ -1,6 +1,10 @@
 #include "shell/PortalMethod.h"
 
 #include <QGuiApplication>
+#include <QPointer>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
 
 #include "ShellTest.h"
 #include "forms/FormTimer.h"
@@ -36,6 +40,30 @@ TEST_F(PortalMethodTest, GoesThroughEveryRow) {
   EXPECT_EQ(rows, (QStringList{u"7"_s, u"9"_s}));
   EXPECT_EQ(server.requestTargets(), QList<QByteArray>{"/list.asp?a=1"});
   EXPECT_TRUE(state.gResponse.isEmpty());
+}
+
+TEST_F(PortalMethodTest, APageFetchedInAWayOfItsOwnIsReadLikeAnyOther) {
+  server.answerWith({ScriptedServer::table({{u"7"_s}, {u"9"_s}})});
+  state.gUnicode = 0;
+  EXPECT_TRUE(readPortal(
+      [this](GetHtml& html) {
+        EXPECT_TRUE(hourglassIsOn());
+        return html.openUrl(state.gWebServer + u"raw"_s);
+      },
+      EmptyAnswer::IsFailure,
+      [this](GetHtml& html) {
+        rows << html.GetRowItem();
+        return true;
+      }));
+  EXPECT_EQ(rows, (QStringList{u"7"_s, u"9"_s}));
+  EXPECT_EQ(server.requestTargets(), QList<QByteArray>{"/raw"});
+  EXPECT_FALSE(hourglassIsOn());
+}
+
+TEST_F(PortalMethodTest, AFetchThatFailsIsAFailure) {
+  EXPECT_FALSE(readPortal([](GetHtml&) -> QString { throw InvalidCall(u"no line"_s); },
+                          EmptyAnswer::IsNoRows, [](GetHtml&) { return true; }));
+  EXPECT_FALSE(hourglassIsOn());
 }
 
 TEST_F(PortalMethodTest, TheHourglassStandsDuringTheRowsAndIsOffBehindThem) {
@@ -156,6 +184,37 @@ TEST_F(PortalMethodTest, PostsALongTextAndGoesOn) {
 TEST_F(PortalMethodTest, APostThatCannotBeStartedIsAFalse) {
   EXPECT_FALSE(postToPortal(u"no such://thing"_s, u"a=1"_s));
   EXPECT_FALSE(hourglassIsOn());
+}
+
+/// A form whose button posts two long texts, one waiting for the other.
+class PostingForm : public Form {
+ public:
+  PostingForm() : Form(Kind::Window, u"Posting"_s, u"Posting"_s) {
+    connect(&button, &QPushButton::clicked, this, [this] {
+      const QPointer<PostingForm> self(this);
+      for (const QString& text : {u"a=1"_s, u"a=2"_s}) {
+        postToPortal(app().gWebServer + u"add.asp"_s, text);
+      }
+      outlived = !self.isNull();
+    });
+  }
+  QPushButton button{this};
+  static inline bool outlived = false;
+};
+
+TEST_F(PortalMethodTest, AFormUnloadedWhileItsPostWaitsIsGoneOnlyBehindItsHandler) {
+  server.setHandler([](const QByteArray& request) {
+    ScriptedServer::Reply reply{.bytes = ScriptedServer::ok({})};
+    if (request.endsWith("a=1")) reply.delay = std::chrono::milliseconds(100);
+    return reply;
+  });
+  QPointer<PostingForm> form = new PostingForm;
+  form->showForm();
+  QTimer::singleShot(0, form, [form] { form->unload(); });
+  QTest::mouseClick(&form->button, Qt::LeftButton);
+  EXPECT_TRUE(PostingForm::outlived);
+  ASSERT_TRUE(server.waitForRequests(2));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return form.isNull(); }));
 }
 
 }  // namespace

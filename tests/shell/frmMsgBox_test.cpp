@@ -1,5 +1,6 @@
 #include "shell/frmMsgBox.h"
 
+#include <QApplication>
 #include <QElapsedTimer>
 
 #include "ShellTest.h"
@@ -25,6 +26,19 @@ TEST_F(frmMsgBoxTest, HasItsCaptionButtonAndFixedLine) {
     EXPECT_EQ(label->textFormat(), Qt::PlainText);
   }
   EXPECT_NE(notice.findChild<QPushButton*>(u"cmdOK"_s), nullptr);
+}
+
+TEST_F(frmMsgBoxTest, ItsFixedLineCanBeReadInADarkTheme) {
+  const QPalette before = QApplication::palette();
+  QPalette dark = before;
+  dark.setColor(QPalette::WindowText, Qt::white);
+  dark.setColor(QPalette::PlaceholderText, Qt::black);
+  QApplication::setPalette(dark);
+  const auto* line = defaultInstance<frmMsgBox>().lblDisclaimer;
+  const QColor colour = line->palette().color(QPalette::WindowText);
+  QApplication::setPalette(before);
+  EXPECT_EQ(colour.rgb(), QColor(Qt::white).rgb());
+  EXPECT_GT(colour.alpha(), 140);
 }
 
 TEST_F(frmMsgBoxTest, ClosesItselfAfterTwoSeconds) {

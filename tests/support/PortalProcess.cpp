@@ -9,7 +9,9 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int startLimit = 60'000;
+constexpr int portLimit = 20'000;
 constexpr int stopLimit = 30'000;
+constexpr int busyLimit = 30'000;
 
 // The line that the program prints once it takes requests, without its line end.
 QString firstLine(QProcess& process) {
@@ -41,6 +43,10 @@ QString PortalProcess::databasePath() const {
   return folder_.filePath(u"portal.db"_s);
 }
 
+SQLite::Database PortalProcess::database(int flags) const {
+  return {databasePath().toStdString(), flags, busyLimit};
+}
+
 QString PortalProcess::logPath() const {
   return folder_.filePath(u"portal.log"_s);
 }
@@ -63,13 +69,13 @@ void PortalProcess::kill() {
 
 void PortalProcess::start() {
   if (isRunning()) return;
-  // Its messages are not read again, so they must not fill a pipe.
-  process_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-  process_.start(QStringLiteral(QINGHE_PORTAL_PROGRAM),
-                 QStringList{u"--listen"_s, host_, u"--db"_s, databasePath(), u"--log"_s, logPath(),
-                             u"--demo"_s} +
-                     arguments_);
-  const QString line = firstLine(process_);
+  QElapsedTimer clock;
+  clock.start();
+  QString line = startOnce();
+  // Its port of before may be some other program's for a moment.
+  while (!isRunning() && !host_.endsWith(u":0"_s) && clock.elapsed() < portLimit) {
+    line = startOnce();
+  }
   const QString words = u"listening on "_s;
   if (line.startsWith(words)) {
     host_ = line.mid(words.size());
@@ -77,6 +83,16 @@ void PortalProcess::start() {
     qCritical("the portal server did not start: %s", qPrintable(line));
     kill();
   }
+}
+
+QString PortalProcess::startOnce() {
+  // Its messages are not read again, so they must not fill a pipe.
+  process_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+  process_.start(QStringLiteral(QINGHE_PORTAL_PROGRAM),
+                 QStringList{u"--listen"_s, host_, u"--db"_s, databasePath(), u"--log"_s, logPath(),
+                             u"--demo"_s} +
+                     arguments_);
+  return firstLine(process_);
 }
 
 bool PortalProcess::stoppedCleanly() const {

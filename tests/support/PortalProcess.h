@@ -1,5 +1,7 @@
 #pragma once
 
+#include <SQLiteCpp/SQLiteCpp.h>
+
 #include <QProcess>
 #include <QString>
 #include <QTemporaryDir>
@@ -16,6 +18,8 @@ class PortalProcess {
   bool isRunning() const;
   QString host() const { return host_; }  ///< "127.0.0.1:port"
   QString databasePath() const;
+  /// Its file as somebody else opens it; a change waits until the server has written its own.
+  SQLite::Database database(int flags = SQLite::OPEN_READONLY) const;
   QString log() const;  ///< what it has logged so far; lines come within a moment
   void stop();          ///< ends it with the signal an operator uses and waits
   void kill();          ///< ends it without giving it a chance to finish anything
@@ -25,6 +29,7 @@ class PortalProcess {
 
  private:
   QString logPath() const;
+  QString startOnce();  ///< the line that it prints once it takes requests
 
   QTemporaryDir folder_;
   QProcess process_;

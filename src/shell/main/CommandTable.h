@@ -31,4 +31,7 @@ class MDIFrmMAIN;
 /// The whole command table of the program.
 QList<Command> commandTable(MDIFrmMAIN& frame);
 
+/// Lets the screens that stand below them open the help window and the registration.
+void offerScreensFromBelow();
+
 }  // namespace qinghe

@@ -11,6 +11,7 @@
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QMenuBar>
+#include <QScreen>
 #include <QToolBar>
 #include <QUrl>
 #include <algorithm>
@@ -34,9 +35,16 @@ namespace {
 
 constexpr int firstWidth = 1180;
 constexpr int firstHeight = 760;
+constexpr double shareOfScreen = 0.95;
 constexpr int loginDelay = 1000;
 constexpr int cascadeStep = 30;
 constexpr int cascadeLength = 6;
+
+void giveDigit(QAction& action, int digit) {
+  const QKeySequence keys(Qt::CTRL | static_cast<Qt::Key>(Qt::Key_0 + digit));
+  action.setShortcut(keys);
+  action.setToolTip(u"%1 (%2)"_s.arg(action.text(), keys.toString(QKeySequence::NativeText)));
+}
 
 }  // namespace
 
@@ -54,9 +62,11 @@ MDIFrmMAIN::MDIFrmMAIN()
   setCentralWidget(area_);
   setStatusBar(new StatusBar(u"StatusBar1"_s, this));
   buildCommands();
-  resize(firstWidth, firstHeight);
+  // Small screens keep room for the title, the edges and their own bars.
+  resize(QSize(firstWidth, firstHeight).boundedTo(screen()->availableSize() * shareOfScreen));
 
   app().forms.attachChild = [this](Form& form) { attachChild(form); };
+  offerScreensFromBelow();
   connect(Timer1, &FormTimer::timer, this, &MDIFrmMAIN::timerFired);
   connect(&app().tray, &Tray::leftPressed, this, [this] {
     RefreshCommands();
@@ -74,6 +84,7 @@ void MDIFrmMAIN::buildCommands() {
   bar->setObjectName(u"Toolbar1"_s);
   bar->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
   bar->setMovable(false);
+  int digit = 0;
   for (const Command& entry : table_) {
     QAction* action = qinghe::isSeparator(entry)
                           ? mnuSystem->addSeparator()
@@ -85,7 +96,10 @@ void MDIFrmMAIN::buildCommands() {
       action->setVisible(false);
     }
     if (entry.run) connect(action, &QAction::triggered, this, entry.run);
-    if (entry.onToolbar && entry.run) bar->addAction(action);
+    if (!entry.onToolbar || !entry.run) continue;
+    bar->addAction(action);
+    // Screens have their own F1. The digits as they stand on the keyboard: 0 behind 9.
+    if (entry.name != u"mnuHelp") giveDigit(*action, ++digit % 10);
   }
   command(u"mnuTempExit"_s)->setShortcut(QKeySequence::Quit);
 }
