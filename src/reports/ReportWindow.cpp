@@ -57,7 +57,7 @@ ReportWindow::ReportWindow(const ReportLayout& layout, const ShapedSetPtr& rows)
       view_(new PreviewPage(pages_, this)),
       finder_(new FormTimer(u"timerPages"_s, 1, this)) {
   setObjectName(layout.name);
-  setWindowTitle(layout.caption + u" - 打印预览"_s);
+  setWindowTitle(layout.caption);
   setWindowIcon(iconFor(u"Print"_s));
   setAttribute(Qt::WA_DeleteOnClose);
   // A report left open must not keep the program alive, and must be gone before the data is.

@@ -19,7 +19,7 @@ class FormTimer;
 class PreviewPage;
 
 /// Opens the report on the data in a preview window of its own that blocks nothing: pages, zoom,
-/// print, export. Its `objectName` is the report's name, its title begins with the caption.
+/// print, export. Its `objectName` is the report's name, its title is the caption.
 void showReport(const ReportLayout& layout, const ShapedSetPtr& data);
 
 /// The preview. It destroys itself when closed, and closes with the program without keeping it.

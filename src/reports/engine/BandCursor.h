@@ -32,6 +32,8 @@ class BandCursor {
   bool hasRows() const;  ///< whether the top set has any
 
   void next();
+  /// Whether the row that the cursor is in or behind is the last of its set.
+  bool isLastRow(int level) const { return row(level) + 1 >= count(level); }
   /// Detail rows from this one to the end of its set, this one included.
   qint64 detailsLeft() const;
   /// Moves `count` detail rows on; at most `detailsLeft()`.

@@ -15,6 +15,18 @@ double heightOf(const ReportSection& section) {
   return std::isfinite(section.height) && section.height > 0 ? section.height : 0;
 }
 
+/// Heights of the sections that close behind the last row of a level: its group's footer, the next
+/// one's above where that group was a last row, too, and so on to the report's. They sum up what
+/// stands before them and say little on a page of their own.
+double closingBehind(const ReportLayout& layout, const BandCursor& at, int level) {
+  double height = 0;
+  while (level-- > 0) {
+    height += heightOf(layout.groups[static_cast<size_t>(level)].footer);
+    if (!at.isLastRow(level)) return height;
+  }
+  return height + heightOf(layout.reportFooter);
+}
+
 }  // namespace
 
 PaperFormat PaperFormat::forLayout(const ReportLayout& layout) {
@@ -98,18 +110,18 @@ double PageLayout::startPage(bool first, const Sink& sink, bool* placed) {
   return y;
 }
 
-/// A header is worth a place at the foot of a page only together with what it heads: the height of
-/// the section at the cursor and, below a header, of all down to the first row.
+/// What must stand on one page from the cursor on: a header with all down to its first row, and a
+/// last row with the footers behind it.
 double PageLayout::keptTogether() const {
   double height = heightOf(*sectionOf(layout_, cursor_.band(), cursor_.level()));
-  if (cursor_.band() != Band::GroupHeader) return height;
   BandCursor ahead = cursor_;
-  do {
+  while (ahead.band() == Band::GroupHeader) {
     ahead.next();
-    const ReportSection* section = sectionOf(layout_, ahead.band(), ahead.level());
-    if (section != nullptr) height += heightOf(*section);
-  } while (ahead.band() == Band::GroupHeader);
-  return height;
+    height += heightOf(*sectionOf(layout_, ahead.band(), ahead.level()));
+  }
+  if (ahead.band() == Band::ReportFooter) return height;
+  const int level = ahead.band() == Band::Detail ? ahead.detailLevel() : ahead.level();
+  return ahead.isLastRow(level) ? height + closingBehind(layout_, ahead, level) : height;
 }
 
 /// As many detail rows as fit, at least the one that was found to fit.
@@ -119,6 +131,10 @@ void PageLayout::fillDetails(double* y, double bottom, const Sink& sink) {
   const qint64 left = cursor_.detailsLeft();
   qint64 fitting = static_cast<qint64>(std::min((room + kTolerance) / height, 1e15));
   fitting = std::clamp<qint64>(fitting, 1, left);
+  const bool last = fitting == left && left > 1;
+  const double all =
+      static_cast<double>(left) * height + closingBehind(layout_, cursor_, cursor_.detailLevel());
+  if (last && all > room + kTolerance) --fitting;
   if (sink) {
     for (qint64 i = 0; i < fitting; ++i) {
       const double top = *y + static_cast<double>(i) * height;

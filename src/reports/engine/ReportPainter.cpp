@@ -28,6 +28,18 @@ int pixelsFor(const QPainter& painter, double width) {
   return std::clamp(qCeil(width * painter.deviceTransform().m11() * (pixels ? 1 : 2)), 8, 512);
 }
 
+/// Below this a shrunken number can no longer be read.
+constexpr double kLeastPoints = 4;
+
+/// Numbers, dates, codes: cut off they would be wrong, or another one's. Names are not.
+bool isOnlyWhole(const QString& text) {
+  constexpr qsizetype kMostCharacters = 40;
+  if (text.size() > kMostCharacters) return false;
+  const auto fits = [](QChar c) { return c >= u' ' && c <= u'~' && !c.isLower(); };
+  return std::ranges::any_of(text, [](QChar c) { return c.isDigit(); }) &&
+         std::ranges::all_of(text, fits);
+}
+
 }  // namespace
 
 void ReportPainter::paint(QPainter& painter, const ReportPage& page) {
@@ -57,19 +69,45 @@ void ReportPainter::paintText(QPainter& painter, const PlacedBox& placed) {
   const int size = std::clamp(qRound(box.points * kUnitsPerInch / 72.0), 4, 2000);
   TextFitter& fitter = fitters_.of(size, box.bold);
   double width = 0;
+  double scale = 1;
   const double room = placed.rect.width() * kUnits;
-  const QString text = fitter.fit(placed.text, room, &width);
+  QString text = fitter.fit(placed.text, room, &width);
+  if (text != placed.text && isOnlyWhole(placed.text)) {
+    const double wanted = fitter.widthOf(placed.text);
+    if (box.points * room >= kLeastPoints * wanted) {
+      text = placed.text;
+      scale = room / wanted;
+      width = room;
+    }
+  }
   if (text.isEmpty()) return;
   double x = placed.rect.x() * kUnits;
   if (box.align == ReportBox::Align::Right) x += room - width;
   if (box.align == ReportBox::Align::Center) x += (room - width) / 2;
   const double spare = placed.rect.height() * kUnits - fitter.ascent() - fitter.descent();
   const double y = placed.rect.y() * kUnits + spare / 2 + fitter.ascent();
+  if (scale < 1) {
+    const QTransform before = painter.transform();
+    painter.translate(x, y);
+    painter.scale(scale, scale);
+    drawText(painter, fitter, {}, text);
+    painter.setTransform(before);
+    return;
+  }
+  drawText(painter, fitter, {x, y}, text);
+}
+
+void ReportPainter::drawText(QPainter& painter, TextFitter& fitter, const QPointF& place,
+                             const QString& text) {
+  if (const QGlyphRun* glyphs = fitter.glyphs(text)) {
+    painter.drawGlyphRun(place, *glyphs);
+    return;
+  }
   if (current_ != &fitter) {
     painter.setFont(fitter.font());
     current_ = &fitter;
   }
-  painter.drawText(QPointF(x, y), text);
+  painter.drawText(place, text);
 }
 
 void ReportPainter::paintLine(QPainter& painter, const PlacedBox& placed) {

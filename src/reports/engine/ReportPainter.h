@@ -11,6 +11,9 @@ namespace qinghe {
 
 /// Paints pages to a screen, a printer or a PDF, the same everywhere: black on whatever is there.
 ///
+/// A text too wide for its box is cut with "…"; a number, date or code is painted smaller instead,
+/// down to 4 points.
+///
 /// Keep one for all pages of a document; it holds the fonts and the picture.
 class ReportPainter {
  public:
@@ -23,6 +26,7 @@ class ReportPainter {
 
  private:
   void paintText(QPainter& painter, const PlacedBox& placed);
+  void drawText(QPainter& painter, TextFitter& fitter, const QPointF& place, const QString& text);
   void paintLine(QPainter& painter, const PlacedBox& placed);
   void paintImage(QPainter& painter, const PlacedBox& placed);
 

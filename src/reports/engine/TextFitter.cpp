@@ -57,6 +57,9 @@ QFont reportFont(int pixelSize, bool bold) {
   font.setKerning(false);
   // The same widths on paper and at every zoom.
   font.setHintingPreference(QFont::PreferNoHinting);
+  // Shaping gives figures behind a letter glyphs of their own, which no reader of a PDF can name;
+  // nothing that is printed here needs it.
+  font.setStyleStrategy(QFont::PreferNoShaping);
   return font;
 }
 
@@ -65,12 +68,41 @@ TextFitter::TextFitter(int pixelSize, bool bold)
       metrics_(font_),
       ascent_(metrics_.ascent()),
       descent_(metrics_.descent()),
-      widths_(0x10000, -1.0F) {}
+      widths_(0x10000, -1.0F),
+      raw_(QRawFont::fromFont(font_)),
+      glyphs_(0x10000, -1) {
+  run_.setRawFont(raw_);
+}
 
 double TextFitter::widthOf(QChar character) {
   float& width = widths_[character.unicode()];
   if (width < 0) width = static_cast<float>(metrics_.horizontalAdvance(character));
   return static_cast<double>(width);
+}
+
+quint32 TextFitter::glyphOf(QChar character) {
+  qint64& glyph = glyphs_[character.unicode()];
+  if (glyph < 0) {
+    const auto found = raw_.glyphIndexesForString(QString(character));
+    glyph = found.size() == 1 ? found.first() : 0;
+  }
+  return static_cast<quint32>(glyph);
+}
+
+const QGlyphRun* TextFitter::glyphs(const QString& text) {
+  if (!raw_.isValid() || !isSimple(text)) return nullptr;
+  runGlyphs_.clear();
+  runPlaces_.clear();
+  double x = 0;
+  for (const QChar character : text) {
+    const quint32 glyph = glyphOf(character);
+    if (glyph == 0) return nullptr;
+    runGlyphs_.push_back(glyph);
+    runPlaces_.emplace_back(x, 0);
+    x += widthOf(character);
+  }
+  run_.setRawData(runGlyphs_.data(), runPlaces_.data(), static_cast<int>(runGlyphs_.size()));
+  return &run_;
 }
 
 /// Adds up widths until the limit is passed; `fitting` is the number of characters within it.

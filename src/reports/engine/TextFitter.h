@@ -2,6 +2,8 @@
 
 #include <QFont>
 #include <QFontMetricsF>
+#include <QGlyphRun>
+#include <QRawFont>
 #include <QString>
 #include <QStringList>
 #include <map>
@@ -27,14 +29,25 @@ class TextFitter {
   /// empty when not even that fits.
   QString fit(const QString& text, double width, double* fittedWidth);
 
+  /// The text as glyphs beside one another, which spares the painter to find them out each time;
+  /// null for a text that needs more than that, or another font for some letter. Lives until the
+  /// next call.
+  const QGlyphRun* glyphs(const QString& text);
+
  private:
   double widthOf(QChar character);
+  quint32 glyphOf(QChar character);
   double simpleWidth(QStringView text, double limit, qsizetype* fitting);
 
   QFont font_;
   QFontMetricsF metrics_;
   double ascent_, descent_;
   std::vector<float> widths_;
+  QRawFont raw_;
+  std::vector<qint64> glyphs_;  ///< of characters; -1 for not looked up yet
+  std::vector<quint32> runGlyphs_;
+  std::vector<QPointF> runPlaces_;
+  QGlyphRun run_;
 };
 
 /// The fonts of one painter, made when first used.

@@ -220,19 +220,4 @@ QString partnerNameColumn(TradeSide side) {
   return sideOf(side).partnerName;
 }
 
-QString orderPrintCommand(const OrderParties& parties, const QString& orderId) {
-  static const std::array<QString, 16> names{u"GSMC, "_s, u"GSDZ, "_s, u"GSYB, "_s, u"GSDH, "_s,
-                                             u"GSLX, "_s, u"GSKH, "_s, u"GSZH, "_s, u"GSSH, "_s,
-                                             u"KHMC, "_s, u"KHDZ, "_s, u"KHYB, "_s, u"KHDH, "_s,
-                                             u"KHLX, "_s, u"KHKH, "_s, u"KHZH, "_s, u"KHSH  "_s};
-  QString header = u"select gohu.*,"_s;
-  for (std::size_t i = 0; i < names.size(); ++i) {
-    header += u'\'' + parties.at(i) + u"' AS "_s + names.at(i);
-  }
-  header += u"from gohu where gohu.r_id="_s + orderId;
-  return u"SHAPE "_s + set(header, u"Cmd_Gohu"_s) + u" APPEND ("_s +
-         set(u"select * from goku where goku.r_id="_s + orderId, u"Cmd_goku"_s) +
-         u" RELATE 'ID' TO 'GOHU_ID') AS Cmd_goku"_s;
-}
-
 }  // namespace qinghe

@@ -2,7 +2,6 @@
 
 #include <QDate>
 #include <QString>
-#include <array>
 #include <optional>
 
 namespace qinghe {
@@ -39,12 +38,5 @@ QString partnersQuery(TradeSide side, qint32 own);
 /// The columns of `partnersQuery`.
 QString partnerIdColumn(TradeSide side);
 QString partnerNameColumn(TradeSide side);
-
-/// The supplier's name, address, post code, telephone, contact, bank, account and tax number, then
-/// the customer's, as the printed order shows them.
-using OrderParties = std::array<QString, 16>;
-
-/// The shape command of one printed order. The parties' texts stand in it as they are.
-QString orderPrintCommand(const OrderParties& parties, const QString& orderId);
 
 }  // namespace qinghe

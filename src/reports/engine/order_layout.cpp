@@ -53,8 +53,9 @@ void addTotals(ReportSection* section, double y) {
 }
 
 std::vector<Column> columns() {
-  return {{u"编号:"_s, u"XIMU_BH"_s, 17},      {u"条码:"_s, u"XIMU_NO"_s, 27},
-          {u"名称:"_s, u"XIMU"_s, 41},         {u"定价:"_s, u"JIGE"_s, 15, kRight},
+  // A book number is shown whole.
+  return {{u"编号:"_s, u"XIMU_BH"_s, 14},      {u"条码:"_s, u"XIMU_NO"_s, 29},
+          {u"名称:"_s, u"XIMU"_s, 42},         {u"定价:"_s, u"JIGE"_s, 15, kRight},
           {u"折扣:"_s, u"ZHKO"_s, 12, kRight}, {u"数量:"_s, u"SHLI"_s, 14, kRight},
           {u"金额:"_s, u"JINE"_s, 18, kRight}, {u"应收:"_s, u"YNSH"_s, 18, kRight},
           {u"包箱:"_s, u"BAXI"_s, 10, kRight}, {u"零:"_s, u"LING"_s, 8, kRight}};

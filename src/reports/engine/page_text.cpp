@@ -18,24 +18,38 @@ struct NumberFormat {
   bool grouped = false;
 };
 
-std::optional<NumberFormat> readFormat(const QString& format) {
+std::optional<NumberFormat> readFormat(QStringView format) {
   constexpr qsizetype kMostDecimals = 10;
   const qsizetype point = format.indexOf(u'.');
-  const QString whole = point < 0 ? format : format.left(point);
-  const QString decimals = point < 0 ? QString() : format.mid(point + 1);
-  const bool grouped = whole == u"#,##0"_s;
-  if (!grouped && whole != u"0"_s) return std::nullopt;
+  const QStringView whole = point < 0 ? format : format.first(point);
+  const QStringView decimals = point < 0 ? QStringView() : format.sliced(point + 1);
+  const bool grouped = whole == u"#,##0";
+  if (!grouped && whole != u"0") return std::nullopt;
   if (point >= 0 && (decimals.isEmpty() || decimals.size() > kMostDecimals)) return std::nullopt;
   if (decimals.count(u'0') != decimals.size()) return std::nullopt;
   return NumberFormat{static_cast<int>(decimals.size()), grouped};
 }
 
-/// Rounds what a reader sees, so that 2.0005 becomes 2.001 although its binary value is below it.
-double roundAsRead(double value, int decimals) {
-  const double scale = std::pow(10.0, decimals);
-  const double scaled = QString::number(value * scale, 'g', 15).toDouble();
-  const double rounded = std::round(scaled) / scale;
-  return rounded == 0.0 ? 0.0 : rounded;
+/// The whole number of the last decimals, rounded as a reader would: 2.0005 becomes 2001 although
+/// its binary value is below it.
+double roundAsRead(double value, double scale) {
+  const double scaled = value * scale;
+  const double nearest = std::round(scaled);
+  // Only what is all but a half needs a look at its digits.
+  constexpr double kFarFromHalf = 0.49;
+  constexpr double kExact = 1e12;
+  if (std::abs(scaled - nearest) < kFarFromHalf && std::abs(scaled) < kExact) return nearest;
+  return std::round(QString::number(scaled, 'g', 15).toDouble());
+}
+
+/// So many last decimals with their point, not exceeding what a double tells apart.
+QString withPoint(double lastDecimals, int decimals) {
+  QString digits = QString::number(static_cast<qint64>(std::abs(lastDecimals)));
+  if (decimals > 0) {
+    digits = digits.rightJustified(decimals + 1, u'0');
+    digits.insert(digits.size() - decimals, u'.');
+  }
+  return lastDecimals < 0 ? u'-' + digits : digits;
 }
 
 }  // namespace
@@ -65,7 +79,13 @@ QString formatNumber(double value, const QString& format) {
   const auto known = readFormat(format);
   // Beyond 15 digits there are no decimals left to round.
   if (!known || !std::isfinite(value) || std::abs(value) >= 1e15) return textOf(value);
-  const double rounded = roundAsRead(value, known->decimals);
+  const double scale = std::pow(10.0, known->decimals);
+  const double lastDecimals = roundAsRead(value, scale);
+  constexpr double kMostTold = 9e15;
+  if (!known->grouped && std::abs(lastDecimals) < kMostTold) {
+    return withPoint(lastDecimals, known->decimals);
+  }
+  const double rounded = lastDecimals == 0 ? 0.0 : lastDecimals / scale;
   if (!known->grouped) return QString::number(rounded, 'f', known->decimals);
   QLocale plain = QLocale::c();
   plain.setNumberOptions(QLocale::DefaultNumberOptions);

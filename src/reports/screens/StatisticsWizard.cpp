@@ -247,11 +247,21 @@ void StatisticsWizard::SetStep(qint16 step) {
   if (step == lastStep - 1) mCanFinish = false;
   if (step == lastStep) mCanFinish = true;
   mStep = step;
-  cmdNav.at(Back)->setEnabled(step != 0);
-  cmdNav.at(Next)->setEnabled(step != lastStep);
+  // In this order the focus of a button that goes off is handed on to the one beside it.
   cmdNav.at(Finishing)->setEnabled(mCanFinish);
-  // The chosen option may stand on the other page; Tab must reach these all the same.
-  for (auto* option : Option1) option->setFocusPolicy(Qt::StrongFocus);
+  cmdNav.at(Next)->setEnabled(step != lastStep);
+  cmdNav.at(Back)->setEnabled(step != 0);
+  letTabReachOptions();
+}
+
+/// Tab comes to the chosen option. When that stands on the other page, it must reach these all the
+/// same.
+void StatisticsWizard::letTabReachOptions() {
+  const auto* chosen = Option1.front()->group()->checkedButton();
+  const bool isHere = chosen != nullptr && SSTab1->currentWidget()->isAncestorOf(chosen);
+  for (auto* option : Option1) {
+    option->setFocusPolicy(!isHere || option == chosen ? Qt::StrongFocus : Qt::ClickFocus);
+  }
 }
 
 void StatisticsWizard::keyPressEvent(QKeyEvent* event) {

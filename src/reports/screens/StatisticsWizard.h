@@ -84,6 +84,7 @@ class StatisticsWizard : public Form {
   QVBoxLayout* addPage(const QString& caption, const QString& image, const QString& frame,
                        const QString& frameCaption);
   void connectControls();
+  void letTabReachOptions();
 
   void FillCategories();
   void FillGoods(const QString& category);

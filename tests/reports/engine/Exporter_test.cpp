@@ -106,6 +106,12 @@ TEST_F(Exporter, WritesCsvTitlesAloneWithoutRows) {
   ASSERT_TRUE(exportCsv(pages, path(u"a.csv"_s)).ok());
   EXPECT_EQ(contentOf(path(u"a.csv"_s)), QByteArray("\xEF\xBB\xBF"
                                                     "编号:,名称:,包箱:,价格:,数量:,金额:\r\n"));
+  PageLayout statistics(rptGOKU_MONTH(), nullptr, kDay);
+  ASSERT_TRUE(exportCsv(statistics, path(u"b.csv"_s)).ok());
+  EXPECT_EQ(contentOf(path(u"b.csv"_s)),
+            QByteArray("\xEF\xBB\xBF"
+                       ",数量:,金额:,退货数量:,退货金额:,应收:,退货应收:\r\n"))
+      << "no totals of nothing";
 }
 
 TEST_F(Exporter, QuotesAndGuardsCsvCellsSoThatTheTextCanBeHadBack) {
@@ -285,6 +291,17 @@ TEST_F(Exporter, LetsAReaderOfThePdfFindTheWordsAsTheyWereWritten) {
   for (const QChar c : words)
     EXPECT_TRUE(characters.contains(c.unicode())) << static_cast<int>(c.unicode());
   for (const ushort code : characters) EXPECT_FALSE(code >= 0x2E80 && code < 0x2FE0) << code;
+}
+
+TEST_F(Exporter, LetsAReaderOfThePdfFindFiguresBehindALetter) {
+  const QString number = u"G3456789"_s;  // figures that stand nowhere else on the page
+  auto data = memorySet({}, kGoodsColumns, {{u"x"_s, number, u"x"_s, u"x"_s}});
+  PageLayout pages(rptXIMU(), data, QDate(2000, 1, 1));
+  ASSERT_TRUE(exportPdf(pages, path(u"a.pdf"_s)).ok());
+  const auto characters = charactersOf(contentOf(path(u"a.pdf"_s)));
+  for (const QChar c : number) {
+    EXPECT_TRUE(characters.contains(c.unicode())) << static_cast<int>(c.unicode());
+  }
 }
 
 TEST_F(Exporter, KeepsTheOldFileAndNothingElseWhenTheDiskIsFull) {

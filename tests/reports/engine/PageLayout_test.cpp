@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QElapsedTimer>
+#include <algorithm>
 #include <limits>
 
 #include "tests/reports/engine/ReportFixtures.h"
@@ -69,11 +70,22 @@ TEST(PageLayout, RepeatsPageHeaderAndFooterAndPrintsReportHeaderAndFooterOnce) {
             (QStringList{u"头 列 1 of 2, 2024-3-9 1 2"_s, u"列 2 of 2, 2024-3-9 3 4 10"_s}));
 }
 
-TEST(PageLayout, MovesASectionThatDoesNotFitToTheNextPage) {
+TEST(PageLayout, MovesTotalsThatDoNotFitToTheNextPageTogetherWithTheLastRow) {
   ReportLayout layout = flatLayout();
   layout.reportFooter = section(15, {box(Kind::Sum, u"n"_s)});
-  PageLayout pages(layout, numbers(2), kDay, paperWithBody(30));
-  EXPECT_EQ(pagesOf(pages), (QStringList{u"1 2"_s, u"3"_s}));
+  const struct {
+    int rows;
+    QStringList pages;
+  } cases[] = {
+      {1, {u"1 1"_s}},
+      {2, {u"1"_s, u"2 3"_s}},
+      {3, {u"1 2"_s, u"3 6"_s}},
+      {4, {u"1 2 3"_s, u"4 10"_s}},
+  };
+  for (const auto& c : cases) {
+    PageLayout pages(layout, numbers(c.rows), kDay, paperWithBody(30));
+    EXPECT_EQ(pagesOf(pages), c.pages) << c.rows;
+  }
 }
 
 TEST(PageLayout, PrintsOnlyHeadersWithoutRows) {
@@ -102,6 +114,14 @@ TEST(PageLayout, LeavesFieldsEmptyThatDoNotExist) {
   layout.detail.boxes.push_back(box(Kind::Sum, u"nowhere"_s));
   PageLayout pages(layout, numbers(1), kDay);
   EXPECT_EQ(textsOf(pages.page(0)), (QStringList{u"1"_s, QString(), QString(), QString()}));
+}
+
+TEST(PageLayout, LeavesFieldsOfTheReportsOwnSectionsEmpty) {
+  ReportLayout layout = flatLayout();
+  layout.reportFooter = section(10, {box(Kind::Field, u"n"_s), box(Kind::Sum, u"n"_s)});
+  PageLayout pages(layout, numbers(2), kDay);
+  EXPECT_EQ(textsOf(pages.page(0)), (QStringList{u"1"_s, u"2"_s, QString(), u"3"_s}))
+      << "there is no row to take them from";
 }
 
 TEST(PageLayout, KeepsTextFromDataAsItIs) {
@@ -141,14 +161,110 @@ TEST(PageLayout, KeepsAGroupHeaderWithItsFirstRow) {
     double body;
     QStringList pages;
   } cases[] = {
-      {40, {u"G1 1 1"_s, u"G2 1 2 3"_s}},
-      {49, {u"G1 1 1"_s, u"G2 1 2 3"_s}},
-      {50, {u"G1 1 1 G2 1"_s, u"2 3"_s}},
-      {60, {u"G1 1 1 G2 1 2"_s, u"3"_s}},
+      {40, {u"G1 1 1"_s, u"G2 1 2 3"_s}}, {49, {u"G1 1 1"_s, u"G2 1 2 3"_s}},
+      {50, {u"G1 1 1 G2 1"_s, u"2 3"_s}}, {60, {u"G1 1 1 G2 1"_s, u"2 3"_s}},
+      {70, {u"G1 1 1 G2 1 2 3"_s}},
   };
   for (const auto& c : cases) {
     PageLayout pages(groupedLayout(), grouped({1, 2}), kDay, paperWithBody(c.body));
     EXPECT_EQ(pagesOf(pages), c.pages) << c.body;
+  }
+}
+
+TEST(PageLayout, KeepsTheLastRowWithTheFooterThatNamesIt) {
+  const struct {
+    QList<int> sizes;
+    double body;
+    QStringList pages;
+  } cases[] = {
+      {{3}, 40, {u"G1 1 2"_s, u"3 6"_s}},
+      {{3}, 50, {u"G1 1 2 3 6"_s}},
+      {{1, 1}, 50, {u"G1 1 1"_s, u"G2 1 1"_s}},
+      {{1, 1}, 60, {u"G1 1 1 G2 1 1"_s}},
+      // Pages too small for a header, a row and a footer.
+      {{1}, 25, {u"G1"_s, u"1 1"_s}},
+      {{2}, 10, {u"G1"_s, u"1"_s, u"2"_s, u"3"_s}},
+  };
+  for (const auto& c : cases) {
+    PageLayout pages(groupedLayout(), grouped(c.sizes), kDay, paperWithBody(c.body));
+    EXPECT_EQ(pagesOf(pages), c.pages) << c.body;
+  }
+}
+
+/// Groups of groups with rows, a footer at each level, and the totals: each prints its own word and
+/// is 10 high.
+ReportLayout nestedLayout() {
+  ReportLayout layout = groupedLayout();
+  layout.groups[0].header = {};
+  layout.groups[0].footer = section(10, {box(Kind::Label, u"inner"_s)});
+  layout.groups.insert(layout.groups.begin(),
+                       {u"all"_s, {}, section(10, {box(Kind::Label, u"outer"_s)})});
+  layout.reportFooter = section(10, {box(Kind::Label, u"totals"_s)});
+  return layout;
+}
+
+std::shared_ptr<MemorySet> nested(const QList<QList<int>>& sizes) {
+  auto top = memorySet(u"all"_s, {u"key"_s});
+  for (const auto& inner : sizes) {
+    top->add({u"A"_s});
+    top->hang(grouped(inner));
+  }
+  return top;
+}
+
+TEST(PageLayout, KeepsTheLastRowWithTheFootersOfAllLevelsThatCloseBehindIt) {
+  const struct {
+    QList<QList<int>> sizes;
+    double body;
+    QStringList pages;
+  } cases[] = {
+      // The outer footer is on the page of the row that it closes, and so are the totals.
+      {{{3}, {1}}, 50, {u"1 2 3 inner outer"_s, u"1 inner outer totals"_s}},
+      {{{3}, {1}}, 49, {u"1 2"_s, u"3 inner outer"_s, u"1 inner outer totals"_s}},
+      {{{3}, {1}}, 40, {u"1 2"_s, u"3 inner outer"_s, u"1 inner outer totals"_s}},
+      {{{2}}, 50, {u"1 2 inner outer totals"_s}},
+      {{{2}}, 49, {u"1"_s, u"2 inner outer totals"_s}},
+      // Only the last of the inner groups closes the outer one.
+      {{{1, 1}, {1}}, 50, {u"1 inner 1 inner outer"_s, u"1 inner outer totals"_s}},
+      {{{1, 1}, {1}}, 49, {u"1 inner"_s, u"1 inner outer"_s, u"1 inner outer totals"_s}},
+      {{{2, 1}, {1}}, 40, {u"1 2 inner"_s, u"1 inner outer"_s, u"1 inner outer totals"_s}},
+      // Groups without rows close together, too.
+      {{{1, 0}}, 40, {u"1 inner"_s, u"inner outer totals"_s}},
+      {{{1}, {}}, 40, {u"1 inner outer"_s, u"outer totals"_s}},
+      {{{1}, {0}}, 40, {u"1 inner outer"_s, u"inner outer totals"_s}},
+      // Pages too small for a row with all of them.
+      {{{2}}, 30, {u"1 2"_s, u"inner outer totals"_s}},
+  };
+  for (const auto& c : cases) {
+    PageLayout pages(nestedLayout(), nested(c.sizes), kDay, paperWithBody(c.body));
+    EXPECT_EQ(pagesOf(pages), c.pages) << c.body;
+  }
+}
+
+TEST(PageLayout, LetsNoFooterOfTheStatisticsBeginAPage) {
+  const QStringList columns = {u"SHLI"_s, u"JINE"_s, u"YNSH"_s, u"thsl"_s, u"thje"_s, u"thys"_s};
+  auto top = memorySet(u"Cmd_goku_lebi"_s, {u"LEBI"_s});
+  for (int category = 0; category < 90; ++category) {
+    top->add({u"类%1"_s.arg(category)});
+    auto goods = memorySet(u"Cmd_goku_lebi_ximu"_s, {u"XIMU"_s});
+    for (int i = 0; i <= category % 4; ++i) {
+      goods->add({u"书%1"_s.arg(i)});
+      auto lines = memorySet(u"Cmd_goku_lebi_ximu_goku"_s, columns);
+      for (int k = 0; k <= category % 3; ++k) lines->add({1, 2, 2, 0, 0, 0});
+      goods->hang(lines);
+    }
+    top->hang(goods);
+  }
+  PageLayout pages(rptGOKU_LEBI(), top, kDay);
+  ASSERT_GT(pages.pageCount(), 10);
+  for (int i = 0; i < pages.pageCount(); ++i) {
+    const ReportPage page = pages.page(i);
+    const auto first = std::ranges::find_if(page.boxes, [](const PlacedBox& placed) {
+      return placed.box->kind == Kind::Field || placed.box->kind == Kind::Sum;
+    });
+    ASSERT_NE(first, page.boxes.end());
+    EXPECT_EQ(first->box->field, u"shli"_s) << "a line begins page " << i + 1;
+    EXPECT_EQ(first->box->kind, Kind::Field);
   }
 }
 

@@ -35,6 +35,29 @@ TEST(TextFitter, CutsLongTextWithAnEllipsisInsideTheWidth) {
   }
 }
 
+TEST(TextFitter, GivesSimpleTextAsGlyphsSideBySide) {
+  TextFitter fitter(36, true);
+  for (const QString& text : {u"12.50"_s, u"中国文学 Mixed"_s, u"12.50"_s}) {
+    const QGlyphRun* run = fitter.glyphs(text);
+    ASSERT_NE(run, nullptr);
+    ASSERT_EQ(run->glyphIndexes().size(), text.size());
+    double x = 0;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+      EXPECT_NE(run->glyphIndexes()[i], 0U);
+      EXPECT_DOUBLE_EQ(run->positions()[i].x(), x);
+      x += fitter.widthOf(text.mid(i, 1));
+    }
+    EXPECT_DOUBLE_EQ(x, fitter.widthOf(text));
+  }
+}
+
+TEST(TextFitter, LeavesTextThatJoinsOrCombinesToThePainter) {
+  TextFitter fitter(36, false);
+  for (const QString& text : {u"مرحبا"_s, u"e\u0301"_s, u"\U0001F600"_s}) {
+    EXPECT_EQ(fitter.glyphs(text), nullptr) << text.toStdString();
+  }
+}
+
 TEST(TextFitter, GivesNothingWhereNotEvenTheEllipsisFits) {
   TextFitter fitter(36, false);
   double width = -1;

@@ -91,16 +91,4 @@ TEST(StatisticsLists, AreReadByTheRequiredQueries) {
             u"SELECT distinct kehu_id,kehu FROM vgskh where gosh_id=25"_s);
 }
 
-TEST(OrderPrintCommand, NamesTheSixteenTextsOfTheParties) {
-  OrderParties parties;
-  for (std::size_t i = 0; i < parties.size(); ++i) parties.at(i) = u"值%1"_s.arg(i);
-  EXPECT_EQ(orderPrintCommand(parties, u"501"_s),
-            u"SHAPE {select gohu.*,'值0' AS GSMC, '值1' AS GSDZ, '值2' AS GSYB, '值3' AS GSDH, "
-            u"'值4' AS GSLX, '值5' AS GSKH, '值6' AS GSZH, '值7' AS GSSH, '值8' AS KHMC, "
-            u"'值9' AS KHDZ, '值10' AS KHYB, '值11' AS KHDH, '值12' AS KHLX, '值13' AS KHKH, "
-            u"'值14' AS KHZH, '值15' AS KHSH  from gohu where gohu.r_id=501}  AS Cmd_Gohu APPEND "
-            u"({select * from goku where goku.r_id=501}  AS Cmd_goku RELATE 'ID' TO 'GOHU_ID') AS "
-            u"Cmd_goku"_s);
-}
-
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "reports/engine/ReportPainter.h"
 #include "reports/engine/ReportTable.h"
 #include "tests/reports/engine/ReportFixtures.h"
 
@@ -229,6 +230,21 @@ TEST(Layouts, OfTheOrderHasBothPartiesTotalsAndLines) {
   EXPECT_TRUE(layout.pageHeader.isEmpty());
   EXPECT_TRUE(layout.groups[0].footer.isEmpty());
   EXPECT_EQ(labels(layout.pageFooter), (QStringList{u"%D"_s, u"%p"_s, u"/"_s, u"%P"_s}));
+}
+
+TEST(Layouts, OfOrderAndGoodsListShowWholeBookNumbers) {
+  for (const ReportLayout* layout : {&rptGOHU(), &rptXIMU()}) {
+    bool found = false;
+    for (const auto& box : layout->detail.boxes) {
+      if (box.field != u"XIMU_NO"_s) continue;
+      found = true;
+      TextFitter fitter(qRound(box.points * ReportPainter::kUnitsPerInch / 72.0), box.bold);
+      EXPECT_LE(fitter.widthOf(u"978-7-9903-0061-1"_s),
+                box.width * ReportPainter::kUnitsPerMillimetre)
+          << layout->name.toStdString();
+    }
+    EXPECT_TRUE(found);
+  }
 }
 
 TEST(Layouts, OfTheOrderPrintsHeaderAndLinesFromTheirSets) {

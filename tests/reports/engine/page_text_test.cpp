@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 #include <limits>
 
 using namespace qinghe;
@@ -58,6 +60,24 @@ TEST(PageText, FormatsNumbersWithTheDecimalsOfTheFormat) {
       {1e20, u"0.000"_s, u"1E+20"_s},
   };
   for (const auto& c : cases) EXPECT_EQ(formatNumber(c.value, c.format), c.expected) << c.value;
+}
+
+TEST(PageText, RoundsTheFifteenDigitsThatAReaderSees) {
+  const auto asRead = [](double value) {
+    const double rounded = std::round(QString::number(value * 1000, 'g', 15).toDouble()) / 1000;
+    return QString::number(rounded == 0 ? 0.0 : rounded, 'f', 3);
+  };
+  quint64 state = 7;
+  for (int i = 0; i < 20000; ++i) {
+    state = state * 6364136223846793005ULL + 1442695040888963407ULL;
+    const double size = std::pow(10.0, static_cast<double>(i % 16) - 4);
+    const double random = (static_cast<double>(state >> 11) / 9007199254740992.0 - 0.5) * size;
+    const double half = (i - 10000 + 0.5) / 1000 * (i % 3 == 0 ? 1 : 997);
+    for (const double value : {random, half, std::nextafter(half, 0), std::nextafter(half, 1e9)}) {
+      ASSERT_EQ(formatNumber(value, u"0.000"_s), asRead(value))
+          << QString::number(value, 'g', 17).toStdString();
+    }
+  }
 }
 
 TEST(PageText, FormatsNumbersThatAreNoneWithoutFailing) {

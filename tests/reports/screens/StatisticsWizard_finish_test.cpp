@@ -139,6 +139,22 @@ TEST_F(WizardFinish, ARangeWithoutOrdersGivesHeadersAndNoMessage) {
   EXPECT_EQ(csv().count(u'\n'), 1);
 }
 
+TEST_F(WizardFinish, BothEndsOfTheRangeAreTheirDatesAtMidnight) {
+  addTrade();
+  store.exec(u"UPDATE GOHU SET ghrq='2024-03-31 08:00:00' WHERE id=2"_s);
+  auto& purchase = wizard<FrmQueryJIHU>();
+  const auto rows = [&](const QDate& from, const QDate& to) {
+    purchase.DTPickerFrom->setValue(from);
+    purchase.DTPickerTo->setValue(to);
+    finish(purchase, 2);
+    return csv();
+  };
+  EXPECT_FALSE(rows({2024, 3, 9}, {2024, 3, 31}).contains(u"供B"_s)) << "later on the last day";
+  EXPECT_TRUE(rows({2024, 3, 31}, {2024, 4, 1}).contains(u"供B"_s));
+  EXPECT_TRUE(rows({2024, 3, 9}, {2024, 3, 9}).contains(u"供A"_s));
+  EXPECT_FALSE(rows({2024, 3, 10}, {2024, 3, 31}).contains(u"供A"_s));
+}
+
 TEST_F(WizardFinish, SumsQuantitiesForGoodsAndMoneyForGroupsAndAll) {
   addTrade();
   auto& purchase = wizard<FrmQueryJIHU>();
@@ -233,11 +249,11 @@ TEST_F(WizardFinish, ReturnsAloneStandInBothQuantities) {
   EXPECT_EQ(finish(purchase, 5), u"rptGOKU_MONTH"_s);
   EXPECT_EQ(csv(),
             u",数量:,金额:,退货数量:,退货金额:,应收:,退货应收:\n"
+            // The months are those of the orders, whatever is left in them; sorted as texts.
+            u"2024年11月,,0.000,,0.000,0.000,0.000\n"
             u",-2.000,-20.000,-2.000,-20.000,-16.000,-16.000\n"
             u"乙,-2.000,-20.000,-2.000,-20.000,-16.000,-16.000\n"
             u"2024年3月,,-20.000,,-20.000,-16.000,-16.000\n"
-            // The months are those of the orders, whatever is left in them.
-            u"2024年11月,,0.000,,0.000,0.000,0.000\n"
             u"总计,,-20.000,,-20.000,-16.000,-16.000\n"_s);
 }
 
@@ -251,6 +267,19 @@ TEST_F(WizardFinish, ASaleMakesNoMonthAmongThePurchases) {
   EXPECT_TRUE(rows.contains(u"2024年11月"_s));
   EXPECT_FALSE(rows.contains(u"2024年4月"_s)) << "only sold then";
   EXPECT_FALSE(rows.contains(u"2024年5月"_s)) << "that order is between others";
+}
+
+TEST_F(WizardFinish, SalesWhoseLinesLostTheirCategoryAreOneBlankGroup) {
+  addTrade();
+  store.exec(u"UPDATE GOKU SET LEBI='' WHERE GOHU_ID IN (4,5)"_s);
+  auto& sales = wizard<FrmQueryXISH>();
+  EXPECT_EQ(texts(*sales.TreeView1), QStringList{QString()});
+  takeAllDates(sales);
+  EXPECT_EQ(finish(sales, 1), u"rptGOKU_LEBI"_s);
+  const QStringList rows = csv().split(u'\n');
+  EXPECT_TRUE(rows.contains(u",,72.000,,-8.000,60.000,-8.000"_s)) << csv().toStdString();
+  EXPECT_TRUE(rows.contains(u"总计,,72.000,,-8.000,60.000,-8.000"_s));
+  EXPECT_FALSE(rows.join(u'\n').contains(u"教材"_s));
 }
 
 TEST_F(WizardFinish, TheWizardStaysBehindTheReportForAnotherRun) {

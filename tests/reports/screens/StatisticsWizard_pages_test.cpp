@@ -196,6 +196,41 @@ TEST_F(WizardPages, AreDoneWithTheKeyboardAlone) {
   EXPECT_EQ(reports().first()->objectName(), u"rptXIMU_GOKU"_s);
 }
 
+TEST_F(WizardPages, TheFocusOfAButtonThatGoesOffIsHandedToTheOneBesideIt) {
+  auto& purchase = wizard<FrmQueryJIHU>();
+  purchase.activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&purchase));
+  purchase.cmdNav.at(3)->setFocus();
+  for (int i = 0; i < 5; ++i) QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+  EXPECT_EQ(purchase.mStep, 5);
+  EXPECT_TRUE(purchase.cmdNav.at(4)->hasFocus()) << "so that Enter finishes";
+  purchase.cmdNav.at(2)->setFocus();
+  for (int i = 0; i < 5; ++i) QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+  EXPECT_EQ(purchase.mStep, 0);
+  EXPECT_TRUE(purchase.cmdNav.at(3)->hasFocus());
+}
+
+TEST_F(WizardPages, TabComesToTheChosenOption) {
+  auto& purchase = wizard<FrmQueryJIHU>();
+  purchase.activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&purchase));
+  const auto tabbed = [&purchase] {
+    purchase.cmdNav.at(purchase.mStep == 5 ? 4 : 3)->setFocus();
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    return QApplication::focusWidget()->objectName();
+  };
+  walkTo(purchase, 4);
+  EXPECT_EQ(tabbed(), u"Option1(1)"_s);
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
+  EXPECT_TRUE(purchase.Option1.at(2)->isChecked());
+  EXPECT_EQ(tabbed(), u"Option1(2)"_s);
+  walkTo(purchase, 5);
+  EXPECT_EQ(tabbed(), u"Option1(6)"_s) << "although the chosen one is on the page before";
+  walkTo(purchase, 4);
+  EXPECT_EQ(tabbed(), u"Option1(2)"_s);
+  EXPECT_TRUE(purchase.Option1.at(2)->isChecked());
+}
+
 TEST_F(WizardPages, EscapeAndCancelUnload) {
   press(wizard<FrmQueryJIHU>(), 1);
   EXPECT_FALSE(isLoaded<FrmQueryJIHU>());
