@@ -1,5 +1,6 @@
 #include "messaging/PeerListener.h"
 
+#include <QNetworkProxy>
 #include <QTcpSocket>
 
 #include "messaging/rules/peer_frame.h"
@@ -13,6 +14,8 @@ constexpr int backlog = 4;
 }  // namespace
 
 PeerListener::PeerListener(QObject* parent) : QTcpServer(parent) {
+  // The proxy that pages go through is none for partners.
+  setProxy(QNetworkProxy(QNetworkProxy::NoProxy));
   setMaxPendingConnections(1);
   setListenBacklogSize(backlog);
 }

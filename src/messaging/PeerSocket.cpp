@@ -48,7 +48,7 @@ void finish(QTcpSocket& socket) {
   for (int read = 0; read < mostDrainedReads && isUp() && socket.waitForReadyRead(0); ++read) {
     socket.readAll();
   }
-  if (isUp() && socket.bytesToWrite() == 0) socket.disconnectFromHost();
+  // With nothing left to send this ends the line in order.
   socket.abort();
 }
 

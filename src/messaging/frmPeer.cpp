@@ -74,6 +74,8 @@ void frmPeer::layOut() {
   buttons->addStretch(1);
   buttons->addWidget(command1);
   buttons->addWidget(Command2);
+  // The mouse leaves the cursor where the next message is typed.
+  for (QPushButton* button : {command1, Command2}) button->setFocusPolicy(Qt::TabFocus);
 
   auto* all = new QVBoxLayout(this);
   all->addLayout(head);

@@ -1,6 +1,7 @@
 #include "messaging/frmXIXI.h"
 
 #include <QHBoxLayout>
+#include <QShortcut>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -18,7 +19,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int firstWidth = 900;
+constexpr int firstWidth = 500;
 constexpr int firstHeight = 560;
 constexpr int contactsWidth = 220;
 constexpr int messagesHeight = 300;
@@ -28,10 +29,23 @@ constexpr int unitsInPixel = 15;
 constexpr int columnMargin = 60;
 constexpr int directionWidth = 800;
 constexpr int subjectWidth = 4000;
+constexpr int spareWidth = 40;  // pixels, for a scroll bar
 constexpr int leastPane = 630;
 
 const QString contactImage = u"LK"_s;
 const QString messageImage = u"Xixi"_s;
+
+/// Without it no key would open the first row, which is selected from the start, and often there is
+/// no other to come from.
+void clickByEnter(ListView* list) {
+  for (const int key : {Qt::Key_Return, Qt::Key_Enter}) {
+    auto* shortcut = new QShortcut(QKeySequence(key), list);
+    shortcut->setContext(Qt::WidgetShortcut);
+    QObject::connect(shortcut, &QShortcut::activated, list, [list] {
+      if (ListItem* item = list->selectedItem()) emit list->itemClick(item);
+    });
+  }
+}
 
 void prepareBar(SplitPane& pane, const QString& name, Qt::Orientation orientation) {
   pane.setBarName(name);
@@ -61,8 +75,11 @@ frmXIXI::frmXIXI()
   Image1->setAutoRaise(true);
   ListView1->setAccessibleName(u"用户名称"_s);
   ListView2->setAccessibleName(u"消息"_s);
+  ListView2->setSpreadsColumns(true);
   Text1->editor()->setAccessibleName(u"消息内容"_s);
   Image1->setAccessibleName(u"关于"_s);
+  clickByEnter(ListView1);
+  clickByEnter(ListView2);
   prepareBar(*panes_, u"Splitter"_s, Qt::Horizontal);
   prepareBar(*messages_, u"Splittes"_s, Qt::Vertical);
   layOut();
@@ -112,6 +129,8 @@ void frmXIXI::SetColumns() {
   ListView2->addColumn({}, directionWidth / unitsInPixel);
   ListView2->addColumn(u"主题"_s, subjectWidth / unitsInPixel);
   ListView1->addColumn(u"用户名称"_s, ListView1->width() - margin);
+  // The time takes the list as it is made; the window opens with room for the rest beside it.
+  resize(width() + (directionWidth + subjectWidth) / unitsInPixel + spareWidth, height());
 }
 
 GetData& frmXIXI::localStore() {

@@ -34,7 +34,7 @@ class PeerFixture : public ClientFixture {
     screen();
     auto peer = std::make_unique<RawPeer>();
     EXPECT_TRUE(peer->connectTo(state.peerPort));
-    EXPECT_TRUE(QTest::qWaitFor([this] { return screen().mPeerCount == 2; }));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return screen().mPeerCount == 2; }, peerPatience));
     return peer;
   }
 
@@ -115,11 +115,18 @@ class PeerFixture : public ClientFixture {
     return result;
   }
   bool comeRows(int count) {
-    return QTest::qWaitFor(
-        [&] { return store.value(QStringLiteral("SELECT count(*) FROM XIXI")).toInt() >= count; });
+    const QString sql = QStringLiteral("SELECT count(*) FROM XIXI");
+    return QTest::qWaitFor([&] { return store.value(sql).toInt() >= count; }, peerPatience);
   }
   bool becomes(int index, SocketState wanted) {
-    return QTest::qWaitFor([&] { return socket(index).State() == wanted; });
+    return QTest::qWaitFor([&] { return socket(index).State() == wanted; }, peerPatience);
+  }
+
+  /// Whether this slot's log is the one to be seen.
+  bool isOnTop(int index) {
+    const LogBox* box = screen().txtReceive(index);
+    const QWidget* seen = screen().childAt(box->geometry().center());
+    return seen != nullptr && (seen == box || box->isAncestorOf(seen));
   }
 
   const qint32 usualPort;

@@ -5,10 +5,8 @@
 #include <QElapsedTimer>
 #include <QSignalSpy>
 
-#include "forms/FormsState.h"
-#include "messaging/RawPeer.h"
+#include "messaging/PeerSocketFixture.h"
 #include "messaging/SilentAddress.h"
-#include "messaging/free_port.h"
 #include "messaging/rules/peer_frame.h"
 #include "values/failure.h"
 
@@ -17,65 +15,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-class PeerSocketTest : public testing::Test {
- protected:
-  PeerSocketTest() {
-    QObject::connect(&socket, &PeerSocket::ConnectionRequest, &socket,
-                     [this](PeerRequest& request) {
-                       ++requests;
-                       if (takes) taken.Accept(request);
-                     });
-    for (PeerSocket* one : {&socket, &taken}) {
-      QObject::connect(one, &PeerSocket::DataArrival, one, [this, one](qint64 total) {
-        totals.append(total);
-        if (reads) data.append(one->GetData());
-      });
-      QObject::connect(one, &PeerSocket::Error, one,
-                       [this](const QString& words) { errors.append(words); });
-    }
-  }
-
-  void listen() {
-    socket.LocalAddress = u"127.0.0.1"_s;
-    socket.LocalPort = port;
-    socket.Listen();
-  }
-  void connectTo(const QString& host) {
-    socket.RemoteHost = host;
-    socket.RemotePort = port;
-    socket.Connect();
-  }
-  std::unique_ptr<RawPeer> linked() {
-    RawListener listener(port);
-    connectTo(u"127.0.0.2"_s);
-    auto peer = listener.take();
-    EXPECT_TRUE(becomes(SocketState::Connected));
-    return peer;
-  }
-  bool becomes(SocketState wanted) {
-    return QTest::qWaitFor([&] { return socket.State() == wanted; });
-  }
-  /// Until a connection to the partner's address has been refused, and so has one begun before.
-  void waitForRefusal() const {
-    RawPeer witness;
-    EXPECT_FALSE(witness.connectTo(port, u"127.0.0.2"_s));
-    settle();
-  }
-  static void settle() {
-    for (int i = 0; i < 20; ++i) QCoreApplication::processEvents();
-  }
-
-  FormsState state;
-  const int port = freePort();
-  PeerSocket socket{u"TcpPeer(0)"_s, nullptr};
-  PeerSocket taken{u"TcpPeer(1)"_s, nullptr};
-  bool takes = true;
-  bool reads = true;
-  int requests = 0;
-  QList<qint64> totals;
-  QList<QByteArray> data;
-  QStringList errors;
-};
+class PeerSocketTest : public PeerSocketFixture {};
 
 TEST_F(PeerSocketTest, StatesHaveTheirNumbers) {
   EXPECT_EQ(static_cast<int>(SocketState::Closed), 0);
@@ -193,6 +133,7 @@ TEST_F(PeerSocketTest, ARefusedConnectionIsAnErrorOnce) {
   settle();
   EXPECT_EQ(errors.size(), 1);
   EXPECT_EQ(socket.State(), SocketState::Failed);
+  EXPECT_NE(linked(), nullptr) << "the next attempt is free to go";
   socket.Close();
   EXPECT_EQ(socket.State(), SocketState::Closed);
 }

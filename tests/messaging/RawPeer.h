@@ -10,6 +10,9 @@
 
 namespace qinghe {
 
+/// Milliseconds; of use only on a machine that does much else.
+inline constexpr int peerPatience = 20'000;
+
 /// The far end of a line: bytes, and nothing that knows what they mean.
 class RawPeer {
  public:
@@ -19,10 +22,11 @@ class RawPeer {
   /// Whether somebody took the connection.
   bool connectTo(int port, const QString& host = QStringLiteral("127.0.0.1")) {
     socket_->connectToHost(host, static_cast<quint16>(port));
-    return QTest::qWaitFor([this] {
-             return socket_->state() == QAbstractSocket::ConnectedState ||
-                    socket_->state() == QAbstractSocket::UnconnectedState;
-           }) &&
+    const auto settled = [this] {
+      return socket_->state() == QAbstractSocket::ConnectedState ||
+             socket_->state() == QAbstractSocket::UnconnectedState;
+    };
+    return QTest::qWaitFor(settled, peerPatience) &&
            socket_->state() == QAbstractSocket::ConnectedState;
   }
 
@@ -33,10 +37,11 @@ class RawPeer {
 
   /// Whether exactly these bytes have come since the last call, waiting for them to come.
   testing::AssertionResult gets(const QByteArray& expected) {
-    const bool came = QTest::qWaitFor([&] {
+    const auto enough = [&] {
       received_ += socket_->readAll();
       return received_.size() >= expected.size();
-    });
+    };
+    const bool came = QTest::qWaitFor(enough, peerPatience);
     const QByteArray got = std::exchange(received_, {});
     if (came && got == expected) return testing::AssertionSuccess();
     return testing::AssertionFailure()
@@ -44,10 +49,11 @@ class RawPeer {
   }
 
   bool isEnded() {
-    return QTest::qWaitFor([this] {
+    const auto ended = [this] {
       received_ += socket_->readAll();
       return socket_->state() == QAbstractSocket::UnconnectedState;
-    });
+    };
+    return QTest::qWaitFor(ended, peerPatience);
   }
   bool isUp() const { return socket_->state() == QAbstractSocket::ConnectedState; }
   void close() { socket_->disconnectFromHost(); }
@@ -78,12 +84,12 @@ class RawListener {
 
   /// Null when nobody came.
   std::unique_ptr<RawPeer> take() {
-    if (!QTest::qWaitFor([this] { return server_.hasPendingConnections(); })) return nullptr;
+    if (!comes()) return nullptr;
     return std::make_unique<RawPeer>(server_.nextPendingConnection());
   }
   /// The same for somebody else to read from.
   std::unique_ptr<QTcpSocket> takeSocket() {
-    if (!QTest::qWaitFor([this] { return server_.hasPendingConnections(); })) return nullptr;
+    if (!comes()) return nullptr;
     std::unique_ptr<QTcpSocket> socket(server_.nextPendingConnection());
     socket->setParent(nullptr);
     return socket;
@@ -92,6 +98,10 @@ class RawListener {
   void close() { server_.close(); }
 
  private:
+  bool comes() {
+    return QTest::qWaitFor([this] { return server_.hasPendingConnections(); }, peerPatience);
+  }
+
   QTcpServer server_;
 };
 

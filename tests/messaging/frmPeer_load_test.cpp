@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <QNetworkProxy>
+
 #include "messaging/PeerFixture.h"
 
 using namespace qinghe;
@@ -57,6 +59,13 @@ TEST_F(PeerLoad, APortInUseLeavesItWithoutAListenerAndWithoutAWord) {
   EXPECT_EQ(rows().size(), 1) << "it works all the same";
 }
 
+TEST_F(PeerLoad, TheProxyThatPagesGoThroughIsNoneForIt) {
+  QNetworkProxy::setApplicationProxy({QNetworkProxy::HttpProxy, u"127.0.0.1"_s, 9});
+  EXPECT_EQ(socket(1).State(), SocketState::Listening);
+  EXPECT_NE(inbound(), nullptr);
+  QNetworkProxy::setApplicationProxy(QNetworkProxy(QNetworkProxy::NoProxy));
+}
+
 TEST_F(PeerLoad, TheSlotsSurviveAnUnloadWithTheirNamesAndBeyondTheSecondAreDropped) {
   screen();
   state.gPeers[1] = {77, u"云集书社"_s, u"127.0.0.2"_s, 9, true};
@@ -94,6 +103,14 @@ TEST_F(PeerLoad, WithoutItsTableItLoadsAndKeepsNothing) {
   EXPECT_TRUE(onTop(0, u"发送："_s, u"你好\r\n（由服务器中转）\r\n\r\n"_s));
 }
 
+TEST_F(PeerLoad, HoldsTheWholeTableOpenAndAddsToIt) {
+  store.exec(u"INSERT INTO XIXI (user_id,content) VALUES (1,'one'),(2,'two')"_s);
+  EXPECT_EQ(screen().mMessages->RecordCount(), 2);
+  screen().showForm();
+  say(u"three"_s);
+  EXPECT_EQ(screen().mMessages->RecordCount(), 3);
+}
+
 TEST_F(PeerLoad, CtrlEnterSends) {
   screen().showForm();
   type(u"你好"_s);
@@ -106,6 +123,8 @@ TEST_F(PeerLoad, CtrlEnterSends) {
 class PeerAccept : public PeerFixture {};
 
 TEST_F(PeerAccept, TheFirstConnectionTakesTheListeningSocketOver) {
+  screen();
+  state.gPeers[1].online = true;
   const auto peer = inbound();
   EXPECT_EQ(socket(1).State(), SocketState::Connected);
   EXPECT_EQ(screen().socketCount(), 2);

@@ -166,6 +166,13 @@ TEST_F(PeerGoodbye, UsuallyClosesNothingAndRefreshesTheList) {
   EXPECT_EQ(log(1), QString());
 }
 
+TEST_F(PeerGoodbye, RefreshesTheListOfAWindowInFrontToo) {
+  ASSERT_TRUE(arrivesInFront("77@Li,LINK"));
+  screen().ImageCombo1->setImage(0, u"NL"_s);
+  ASSERT_TRUE(arrivesInFront("77@Li,UNLINK"));
+  EXPECT_EQ(chooser(), QStringList{u"1 ID|Li|LK*"_s});
+}
+
 TEST_F(PeerGoodbye, OfAnEnterpriseWhoseIdIsASlotsNumberClosesTheSocketOfThatPlace) {
   ASSERT_TRUE(arrives("1@Li,LINK"));
   ASSERT_TRUE(arrives("1@Li,UNLINK"));
@@ -191,6 +198,8 @@ TEST_F(PeerGoodbye, AnyFrameOfAnIdThatIsASlotsNumberSelectsThatLine) {
   EXPECT_EQ(chooser(), (QStringList{u"0 ID|甲|NL*"_s, u"1 ID|Li|LK"_s}));
   ASSERT_TRUE(arrivesInFront("77@Li,hi"));
   EXPECT_EQ(screen().ImageCombo1->selectedRow(), 0) << "nothing met, nothing moved";
+  ASSERT_TRUE(arrivesInFront("1@Li,hi"));
+  EXPECT_EQ(screen().ImageCombo1->selectedRow(), 1) << "the last line, too";
 }
 
 TEST_F(PeerGoodbye, TheOtherEndsCloseIsSeenWhenTheStateIsReadAndSaysNothing) {

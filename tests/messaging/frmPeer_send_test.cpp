@@ -117,6 +117,16 @@ TEST_F(PeerSend, ARelayedMessageTriesToBringTheLineUp) {
                                  u"77|25|云集书社|青禾书店|二"_s}));
 }
 
+TEST_F(PeerSend, TheLineIsDialledAtThePortThatTheSlotRemembers) {
+  const int elsewhere = freePort();
+  RawListener listener(elsewhere);
+  screen();
+  state.gPeers[0] = {77, u"云集书社"_s, u"127.0.0.2"_s, elsewhere, false};
+  screen().showForm();
+  say(u"一"_s);
+  EXPECT_NE(listener.take(), nullptr);
+}
+
 TEST_F(PeerSend, ForAnotherSlotTheRelayStillDialsSlotZeroWhoseStandingLineGetsASecondHello) {
   const auto partner = outbound();
   auto other = inbound();
@@ -152,11 +162,6 @@ TEST_F(PeerSend, SelectingAPartnerBringsItsLogToTheTop) {
   const auto other = inbound();
   other->send("88@Wu,LINK");
   ASSERT_TRUE(QTest::qWaitFor([this] { return chooser().size() == 2; }));
-  const auto isOnTop = [this](int index) {
-    LogBox* box = screen().txtReceive(index);
-    QWidget* seen = screen().childAt(box->geometry().center());
-    return seen != nullptr && (seen == box || box->isAncestorOf(seen));
-  };
   EXPECT_TRUE(isOnTop(1)) << "somebody spoke there";
   screen().ImageCombo1->setSelectedRow(0);
   EXPECT_TRUE(isOnTop(1)) << "code selects in silence";
@@ -164,6 +169,72 @@ TEST_F(PeerSend, SelectingAPartnerBringsItsLogToTheTop) {
   EXPECT_TRUE(isOnTop(0));
   QTest::keyClick(screen().ImageCombo1, Qt::Key_Down);
   EXPECT_TRUE(isOnTop(1)) << "a key of the user counts like a click";
+}
+
+TEST_F(PeerSend, TheLogOfTheOneItWasSentToComesToTheTop) {
+  const auto partner = outbound();
+  const auto other = inbound();
+  other->send("88@Wu,LINK");
+  ASSERT_TRUE(QTest::qWaitFor([this] { return chooser().size() == 2; }, peerPatience));
+  screen().ImageCombo1->setSelectedRow(0);
+  ASSERT_TRUE(isOnTop(1));
+  say(u"hi"_s);
+  EXPECT_TRUE(isOnTop(0));
+}
+
+TEST_F(PeerSend, ALogThatWasNeverSeenComesToTheTopToo) {
+  screen();
+  state.gPeers[1] = {88, u"Wu"_s, u"127.0.0.2"_s, 9, false};
+  screen().showForm();
+  ASSERT_EQ(chooser(), QStringList{u"1 ID|Wu|NL*"_s});
+  ASSERT_TRUE(screen().txtReceive(1)->isHidden());
+  say(u"还在吗"_s);
+  EXPECT_FALSE(screen().txtReceive(1)->isHidden());
+  EXPECT_TRUE(isOnTop(1));
+}
+
+TEST_F(PeerSend, ThePressesOfItsButtonsLeaveTheCursorInTheTextBeingTyped) {
+  screen().showForm();
+  QApplication::setActiveWindow(&screen());
+  ASSERT_EQ(screen().focusWidget(), screen().txtSend->editor()) << "it opens there";
+  say(u"一"_s);
+  EXPECT_EQ(screen().focusWidget(), screen().txtSend->editor());
+  QTest::mouseClick(screen().Command2, Qt::LeftButton);
+  screen().showForm();
+  EXPECT_EQ(screen().focusWidget(), screen().txtSend->editor());
+}
+
+struct RelayAnswer {
+  const char* name;
+  QByteArray page;
+  bool succeeds;
+};
+
+class PeerRelay : public PeerSend, public testing::WithParamInterface<RelayAnswer> {};
+
+TEST_P(PeerRelay, IsSaidToHaveWorkedWhenTheAnswerHasATable) {
+  screen();
+  state.gPeers[0] = {77, u"云集书社"_s, {}, 0, false};
+  portal.answerWith({GetParam().page});
+  EXPECT_EQ(screen().RelayMessage(0, u"x"_s), GetParam().succeeds);
+  EXPECT_EQ(targets(), QStringList{relayTarget(u"77"_s, u"云集书社"_s, u"x"_s)});
+  EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Answers, PeerRelay,
+    testing::Values(RelayAnswer{"OneRow", ScriptedServer::table({{u"1"_s}}), true},
+                    RelayAnswer{"TwoRows", ScriptedServer::table({{u"1"_s}, {u"2"_s}}), true},
+                    RelayAnswer{"NoRow", ScriptedServer::table({}), true},
+                    RelayAnswer{"NoMarker", "<html>error</html>", false},
+                    RelayAnswer{"Nothing", "", false}),
+    [](const auto& row) { return std::string(row.param.name); });
+
+TEST_F(PeerSend, APortalThatIsDownIsAFailedRelay) {
+  screen();
+  state.gWebServer = u"HTTP://127.0.0.1:1/"_s;
+  EXPECT_FALSE(screen().RelayMessage(0, u"x"_s));
+  EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
 }
 
 TEST_F(PeerSend, APeerThatNeverReadsGetsItsMessagesByRelayInTheEnd) {

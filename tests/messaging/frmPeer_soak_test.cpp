@@ -5,9 +5,9 @@
 #include <QTimer>
 
 #include "messaging/PeerFixture.h"
-#include "messaging/resident_memory.h"
 #include "messaging/rules/peer_frame.h"
 #include "messaging/rules/peer_log.h"
+#include "support/resident_memory.h"
 
 using namespace qinghe;
 using namespace Qt::StringLiterals;

@@ -1,5 +1,6 @@
 // A messenger in a process of its own, driven by lines on its standard input: "show <partner id>",
-// "say <text>", "list", "quit". It answers "ready" once it listens, and "box <text>" for each
+// "say <text>", "list", "quit". It answers "ready" once it listens, "done" when it has obeyed a
+// line, "listed <key>|<name>" for each partner when asked to list them, and "box <text>" for each
 // message box.
 
 #include <QApplication>
