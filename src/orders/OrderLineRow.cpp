@@ -38,6 +38,18 @@ const QList<LineColumnTitle>& orderLineColumns() {
   return columns;
 }
 
+QString nameOf(LineInput input) {
+  switch (input) {
+    case LineInput::TxtInputSL:
+      return u"TxtInputSL"_s;
+    case LineInput::TxtInputJG:
+      return u"TxtInputJG"_s;
+    case LineInput::TxtInputZK:
+      break;
+  }
+  return u"TxtInputZK"_s;
+}
+
 LineColumn columnOf(LineInput input) {
   switch (input) {
     case LineInput::TxtInputSL:

@@ -36,6 +36,9 @@ const QList<LineColumnTitle>& orderLineColumns();
 /// The inputs that open over a cell of the list.
 enum class LineInput { TxtInputSL, TxtInputJG, TxtInputZK };
 
+/// The name of its text box.
+QString nameOf(LineInput input);
+
 /// The column that an input stands for.
 LineColumn columnOf(LineInput input);
 

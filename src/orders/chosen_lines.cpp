@@ -51,8 +51,10 @@ QString ChosenIdList(const QList<OrderLineRow>& rows) {
   return list;
 }
 
-bool isInChosenIdList(const QString& list, QStringView goodsId) {
-  return list.contains(u","_s + goodsId.toString() + u',', Qt::CaseInsensitive);
+ChosenIds::ChosenIds(const QString& list) {
+  const QStringList pieces = list.toCaseFolded().split(u',');
+  // What stands at an end has no comma on one side.
+  for (qsizetype i = 1; i + 1 < pieces.size(); ++i) ids_.insert(pieces[i]);
 }
 
 void TakeChosenLines(QList<OrderLineRow>& rows, const QList<ChosenGoodsRow>& chosen,

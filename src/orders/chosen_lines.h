@@ -1,8 +1,8 @@
 #pragma once
 
 #include <QList>
+#include <QSet>
 #include <QString>
-#include <QStringView>
 #include <array>
 
 #include "orders/OrderLineRow.h"
@@ -34,8 +34,16 @@ struct ChosenGoodsRow {
 /// The goods ids of an order between commas: ",12,7,"; "," for an order without lines.
 QString ChosenIdList(const QList<OrderLineRow>& rows);
 
-/// Whether a goods id stands in such a list, framed by two commas; case does not count.
-bool isInChosenIdList(const QString& list, QStringView goodsId);
+/// Such a list, read once for many questions.
+class ChosenIds {
+ public:
+  explicit ChosenIds(const QString& list);
+  /// Whether a goods id stands in the list, framed by two commas; case does not count.
+  bool contains(const QString& goodsId) const { return ids_.contains(goodsId.toCaseFolded()); }
+
+ private:
+  QSet<QString> ids_;
+};
 
 /// Takes the rows with a quantity from the chooser into the order, unless the chooser was left
 /// without `CheckOK`. Goods that are on the order already get their line overwritten and keep its

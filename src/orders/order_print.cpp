@@ -34,13 +34,8 @@ QString printedPartyColumns() {
   return u"qiye,dizh,yobi,dihu,lixi,khyh,yhzh,shha,"_s;
 }
 
-PrintedParty printedParty(const QList<QString>& cells) {
-  PrintedParty party;
-  for (std::size_t i = 0; i < party.size(); ++i) {
-    const QString cell = cells.value(static_cast<qsizetype>(i));
-    party[i] = cell.isEmpty() ? u" "_s : cell;
-  }
-  return party;
+QString printedText(const QString& cell) {
+  return cell.isEmpty() ? u" "_s : cell;
 }
 
 QString printedSellerId(OrderSide side, const OrderForm& form, const OrderParty& own) {

@@ -15,8 +15,8 @@ using PrintedParty = std::array<QString, 8>;
 /// The columns that a party is read with.
 QString printedPartyColumns();
 
-/// From the cells of a portal answer; an empty cell becomes a single blank.
-PrintedParty printedParty(const QList<QString>& cells);
+/// A cell of that answer as it is printed: an empty one becomes a single blank.
+QString printedText(const QString& cell);
 
 /// The ids of the two enterprises to print: the own one stands on the side that the screen is of.
 QString printedSellerId(OrderSide side, const OrderForm& form, const OrderParty& own);

@@ -30,12 +30,16 @@ TEST(ChosenIdList, FramesEachIdByCommas) {
 }
 
 TEST(ChosenIdList, FindsWholeIdsOnly) {
-  EXPECT_TRUE(isInChosenIdList(u",31,4,"_s, u"31"));
-  EXPECT_TRUE(isInChosenIdList(u",31,4,"_s, u"4"));
-  EXPECT_TRUE(isInChosenIdList(u",A1,"_s, u"a1"));
-  EXPECT_FALSE(isInChosenIdList(u",31,4,"_s, u"3"));
-  EXPECT_FALSE(isInChosenIdList(u",31,4,"_s, u"1"));
-  EXPECT_FALSE(isInChosenIdList(u","_s, u"31"));
+  EXPECT_TRUE(ChosenIds(u",31,4,"_s).contains(u"31"_s));
+  EXPECT_TRUE(ChosenIds(u",31,4,"_s).contains(u"4"_s));
+  EXPECT_TRUE(ChosenIds(u",A1,"_s).contains(u"a1"_s));
+  EXPECT_FALSE(ChosenIds(u",31,4,"_s).contains(u"3"_s));
+  EXPECT_FALSE(ChosenIds(u",31,4,"_s).contains(u"1"_s));
+  EXPECT_FALSE(ChosenIds(u","_s).contains(u"31"_s));
+  EXPECT_FALSE(ChosenIds(u"31,4,5"_s).contains(u"31"_s)) << "no comma before it";
+  EXPECT_FALSE(ChosenIds(u"31,4,5"_s).contains(u"5"_s));
+  EXPECT_TRUE(ChosenIds(u"31,4,5"_s).contains(u"4"_s));
+  EXPECT_FALSE(ChosenIds(QString()).contains(QString()));
 }
 
 TEST(TakeChosenLines, AddsALineForNewGoods) {
