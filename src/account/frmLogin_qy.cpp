@@ -51,7 +51,7 @@ frmLogin_qy::frmLogin_qy()
   cmbUser_no->setInsertPolicy(QComboBox::NoInsert);
   cmbUser_no->setAccessibleName(u"用户编号"_s);
   txtPassword->setPasswordMode();
-  txtPassword->setAccessibleName(u"密码"_s);
+  txtPassword->editor()->setAccessibleName(u"密码"_s);
   cmdOK->setObjectName(u"cmdOK"_s);
   cmdOK->setDefault(true);
   cmdCancel->setObjectName(u"cmdCancel"_s);
@@ -60,6 +60,7 @@ frmLogin_qy::frmLogin_qy()
   layOut();
   connect(cmdOK, &QPushButton::clicked, this, &frmLogin_qy::confirm);
   connect(cmdCancel, &QPushButton::clicked, this, &frmLogin_qy::cancel);
+  connect(CmdRegister, &QPushButton::clicked, this, &frmLogin_qy::registerCompany);
 }
 
 void frmLogin_qy::layOut() {
@@ -159,6 +160,12 @@ void frmLogin_qy::cancel() {
   app().gLoggedIn = false;
   txtPassword->setText({});
   unload();
+}
+
+void frmLogin_qy::registerCompany() {
+  unload();
+  // The registration stands on this screen's folder, which does not know it.
+  if (app().openRegistration) app().openRegistration();
 }
 
 bool frmLogin_qy::LoginLocal() {

@@ -36,6 +36,7 @@ class frmLogin_qy : public Form {
   bool FillUserList();
   void confirm();
   void cancel();
+  void registerCompany();
   void welcome();
   void refuse();
 };

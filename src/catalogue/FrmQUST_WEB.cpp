@@ -11,7 +11,7 @@ EditorLook surveysLook() {
       .form = u"FrmQUST_WEB"_s,
       .caption = u"调查登记"_s,
       .listColumn = u"名称"_s,
-      .listColumnInset = 68,
+      .listColumnInset = 44,
       .rowIcon = u"Ximu"_s,
       .newRowText = u"新添调查"_s,
       .searchBox = false,
@@ -20,9 +20,7 @@ EditorLook surveysLook() {
                  {.index = 1, .label = u"编    号"_s, .afterAdd = u"NO"_s},
                  {.index = 2, .label = u"名    称"_s, .afterAdd = u"新添调查"_s},
                  {.index = 3, .label = u"答    复"_s, .afterAdd = u"谢谢"_s, .memo = true}},
-      .buttons = {{u"Add"_s, u"增加"_s, u"Add"_s},
-                  {u"Update"_s, u"保存"_s, u"Save"_s},
-                  {u"Exit"_s, u"退出"_s, u"Exit"_s}},
+      .buttons = portalEditorButtons(),
   };
 }
 
@@ -32,7 +30,8 @@ const PortalRecordKind& surveys() {
       .listTable = u"QUST"_s,
       .listFields = u"id,qust,diji,noth,"_s,
       .detailFields = u"lebi_id,qust_no,qust,answ,"_s,
-      .detailCells = {0, 1, 2, 3},
+      .detailBeginsWithId = false,
+      .detailCells = {{0}, {1}, {2}, {3}},
       .saveTable = u"qust"_s,
       .saved = {{u"QIYE_ID"_s, OwnerId},
                 {u"QUST_NO"_s, Typed, 1},
@@ -47,5 +46,14 @@ const PortalRecordKind& surveys() {
 }  // namespace
 
 FrmQUST_WEB::FrmQUST_WEB() : PortalRecordEditor(surveysLook(), surveys()) {}
+
+void FrmQUST_WEB::listFilled() {
+  if (const ListItem* first = ListView1->selectedItem()) LoadRecord(idOf(*first));
+}
+
+void FrmQUST_WEB::addRow() {
+  PortalRecordEditor::addRow();
+  mDirty = true;
+}
 
 }  // namespace qinghe

@@ -10,6 +10,10 @@ class FrmQUST_WEB : public PortalRecordEditor {
 
  public:
   FrmQUST_WEB();
+
+ protected:
+  void listFilled() override;
+  void addRow() override;
 };
 
 }  // namespace qinghe

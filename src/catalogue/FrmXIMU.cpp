@@ -3,6 +3,7 @@
 #include "forms/Prompts.h"
 #include "reports/ReportWindow.h"
 #include "shell/AppState.h"
+#include "shell/help.h"
 
 namespace qinghe {
 
@@ -38,11 +39,15 @@ EditorLook goodsLook() {
 
 }  // namespace
 
-FrmXIMU::FrmXIMU() : LocalRecordEditor(goodsLook(), localGoods()) {}
+FrmXIMU::FrmXIMU() : LocalRecordEditor(goodsLook(), localGoods()) {
+  giveHelpKey(*this, *Toolbar1);
+}
 
 void FrmXIMU::buttonClick(const QString& key) {
   if (key == u"Print") {
     print();
+  } else if (key == u"Help") {
+    showHelp();
   } else {
     LocalRecordEditor::buttonClick(key);
   }

@@ -17,10 +17,17 @@ enum class ValueFrom {
   Checked,    ///< the selected row's check mark
 };
 
+/// How a value goes into a request.
+enum class Sent {
+  Encoded,
+  Raw,  ///< as it stands, so that a mark such as "&" in it cuts the request
+};
+
 struct SavedValue {
   QString name;
   ValueFrom from;
   int field = -1;  ///< index of `txtFields` where it comes from one
+  Sent sent = Sent::Encoded;
 };
 
 struct LoadedColumn {

@@ -50,11 +50,6 @@ void LocalRecordEditor::FillList() {
   }
 }
 
-GetData& LocalRecordEditor::localStore() {
-  if (localStore_ == nullptr) localStore_ = std::make_unique<GetData>(app().store);
-  return *localStore_;
-}
-
 void LocalRecordEditor::loadRowOf(const ListItem& item) {
   try {
     LoadRecord(toInt16(Val(item.key())));
@@ -145,33 +140,15 @@ bool LocalRecordEditor::SaveLocalRecord() {
 void LocalRecordEditor::writeRow() {
   // With exactly one record the search goes on from where the set stands.
   if (records_->RecordCount() > 1) records_->MoveFirst();
-  records_->Find(u"id = %1"_s.arg(textOf(selectedId())));
+  ListItem* item = ListView1->selectedItem();
+  records_->Find(u"id = %1"_s.arg(textOf(idOf(*item))));
   if (records_->atEnd()) records_->AddNew();
   for (const SavedValue& value : kind_.localColumns) {
-    records_->setValue(value.name, localValue(value));
+    records_->setValue(value.name, localValue(value, *item));
   }
   records_->Update();
-  ListItem* item = ListView1->selectedItem();
   item->setKey(keyOf(records_->text(u"id"_s)));
   item->setText(fieldText(kind_.nameField));
-}
-
-QVariant LocalRecordEditor::localValue(const SavedValue& value) const {
-  switch (value.from) {
-    case ValueFrom::OwnerId:
-      return app().gLocalId;
-    case ValueFrom::OwnerName:
-      return app().gUserName;
-    case ValueFrom::TagNumber:
-      return Val(txtFields(value.field)->Tag);
-    case ValueFrom::Trimmed:
-      return Trim(fieldText(value.field));
-    case ValueFrom::Typed:
-      return fieldText(value.field);
-    case ValueFrom::Checked:
-      return ListView1->selectedItem()->isChecked();
-  }
-  return {};
 }
 
 qint16 LocalRecordEditor::portalId() const {
@@ -190,7 +167,7 @@ bool LocalRecordEditor::SavePortalRecord() {
         .encoded(u"structn"_s, kind_.portalColumnCount)
         .encoded(u"stother"_s, selection());
     for (const SavedValue& value : kind_.portalFields) {
-      request.encoded(value.name, portalValue(value));
+      request.encoded(value.name, portalValue(value, *ListView1->selectedItem()));
     }
     return readPortal(request.url(), EmptyAnswer::IsFailure,
                       [this](GetHtml& html) { return keepPortalId(html.GetRowItem()); });

@@ -1,9 +1,6 @@
 #pragma once
 
-#include <memory>
-
 #include "catalogue/RecordEditor.h"
-#include "store/GetData.h"
 
 namespace qinghe {
 
@@ -32,21 +29,16 @@ class LocalRecordEditor : public RecordEditor {
   void LoadRecord(qint16 id);
   void save();
 
-  /// The screen's own data access, made on first use.
-  GetData& localStore();
-
  private:
   void loadRowOf(const ListItem& item);
   void showRow();
   void writeRow();
   bool portalTakesIt() const;
-  QVariant localValue(const SavedValue& value) const;
   qint16 portalId() const;
   QString selection() const;
   bool keepPortalId(const QString& cell);
 
   const LocalRecordKind& kind_;
-  std::unique_ptr<GetData> localStore_;
   RecordsetPtr records_;  ///< every record of the company, for the screen's lifetime
 };
 

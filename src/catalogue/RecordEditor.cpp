@@ -2,11 +2,14 @@
 
 #include <QGridLayout>
 #include <QLabel>
-#include <QTimer>
+#include <QLineEdit>
+#include <QPushButton>
 #include <QVBoxLayout>
 
+#include "forms/Icons.h"
 #include "forms/Prompts.h"
 #include "forms/Splitter.h"
+#include "forms/TabControl.h"
 #include "shell/AppState.h"
 #include "values/numbers.h"
 
@@ -49,32 +52,60 @@ RecordEditor::RecordEditor(const EditorLook& look)
   connect(Toolbar1, &Toolbar::buttonClick, this, &RecordEditor::buttonClick);
   connect(ListView1, &ListView::itemClick, this, [this](ListItem* item) { itemClick(*item); });
   connect(ListView1, &ListView::itemCheck, this, [this](ListItem* item) { itemCheck(*item); });
-  connect(panes_, &SplitPane::moved, this, &RecordEditor::fitListColumn);
 }
 
 QWidget* RecordEditor::buildListPane() {
   auto* pane = new QWidget(this);
   ListView1->setCheckBoxes(true);
+  ListView1->setClickKeys({Qt::Key_Return, Qt::Key_Enter});
   ListView1->setAccessibleName(look_.listColumn);
-  auto* column = new QVBoxLayout(pane);
-  column->setContentsMargins(6, 6, 2, 6);
+  listPane_ = new QVBoxLayout(pane);
+  listPane_->setContentsMargins(6, 6, 2, 6);
   if (look_.searchBox) {
     auto* search = new TextBox(u"txtSelect"_s, TextBox::Lines::One, pane);
     search->editor()->setAccessibleName(u"查找"_s);
-    column->addWidget(search);
+    qobject_cast<QLineEdit*>(search->editor())->setPlaceholderText(u"查找"_s);
+    listPane_->addWidget(search);
   }
-  column->addWidget(ListView1, 1);
+  listPane_->addWidget(ListView1, 1);
   return pane;
 }
 
+void RecordEditor::addBelowList(QWidget* widget) {
+  listPane_->addWidget(widget);
+}
+
 QWidget* RecordEditor::buildDetailPane() {
+  if (look_.tabs.isEmpty()) return buildFields(0, new QWidget(this));
   auto* pane = new QWidget(this);
+  auto* all = new QVBoxLayout(pane);
+  all->setContentsMargins(2, 6, 6, 6);
+  all->addWidget(buildTabs());
+  return pane;
+}
+
+QWidget* RecordEditor::buildTabs() {
+  SSTab1 = new TabControl(u"SSTab1"_s, TabControl::WalkedBy::User, this);
+  for (int tab = 0; tab < look_.tabs.size(); ++tab) {
+    buildFields(tab, SSTab1->addPage(look_.tabs[tab]));
+  }
+  return SSTab1;
+}
+
+QWidget* RecordEditor::buildFields(int tab, QWidget* pane) {
   auto* grid = new QGridLayout(pane);
   grid->setContentsMargins(10, 6, 12, 10);
   grid->setHorizontalSpacing(10);
   grid->setVerticalSpacing(8);
   grid->setColumnStretch(1, 1);
-  for (const EditorField& field : look_.fields) addField(*grid, field);
+  bool lines = false;  // alone they stand at the top; a long text takes what room is left
+  bool memo = false;
+  for (const EditorField& field : look_.fields) {
+    if (field.tab != tab) continue;
+    addField(*grid, field);
+    (field.memo ? memo : lines) = true;
+  }
+  if (lines && !memo) grid->setRowStretch(grid->rowCount(), 1);
   return pane;
 }
 
@@ -89,16 +120,50 @@ void RecordEditor::addField(QGridLayout& grid, const EditorField& field) {
   connect(box, &TextBox::changed, this, [this] { mDirty = true; });
 
   const int row = grid.rowCount();
-  if (!field.label.isEmpty()) {
-    auto* label = new QLabel(field.label, this);
-    label->setObjectName(field.labelName.isEmpty() ? member(u"LabelXM"_s, field.index)
-                                                   : field.labelName);
-    label->setTextFormat(Qt::PlainText);
-    label->setBuddy(box->editor());
-    grid.addWidget(label, row, 0, field.memo ? Qt::AlignTop : Qt::AlignVCenter);
-  }
-  grid.addWidget(box, row, 1);
+  addLabel(grid, row, field);
+  const bool whole = field.label.isEmpty() && field.memo && !look_.tabs.isEmpty();
+  grid.addWidget(box, row, whole ? 0 : 1, 1, whole ? 3 : 1);
   if (field.memo) grid.setRowStretch(row, 1);
+  addCommand(grid, row, field);
+}
+
+void RecordEditor::addLabel(QGridLayout& grid, int row, const EditorField& field) {
+  if (field.label.isEmpty()) return;
+  auto* label = new QLabel(field.label, this);
+  label->setObjectName(field.labelName.isEmpty() ? member(u"LabelXM"_s, field.index)
+                                                 : field.labelName);
+  label->setTextFormat(Qt::PlainText);
+  label->setBuddy(txtFields(field.index)->editor());
+  grid.addWidget(label, row, 0, field.memo ? Qt::AlignTop : Qt::AlignVCenter);
+}
+
+void RecordEditor::addCommand(QGridLayout& grid, int row, const EditorField& field) {
+  if (field.command.isEmpty()) return;
+  auto* button = new QPushButton(field.commandCaption, this);
+  button->setObjectName(field.command);
+  button->setAutoDefault(false);
+  if (field.commandCaption.isEmpty()) {
+    button->setIcon(iconFor(u"Next"_s));
+    button->setMaximumWidth(button->sizeHint().height() + 12);
+  }
+  const QString what = txtFields(field.index)->editor()->accessibleName();
+  button->setAccessibleName(u"选择"_s + what);
+  button->setToolTip(button->accessibleName());
+  connect(button, &QPushButton::clicked, this,
+          [this, name = field.command] { commandClick(name); });
+  grid.addWidget(button, row, 2);
+  commands_.append(button);
+}
+
+QPushButton* RecordEditor::command(const QString& name) const {
+  for (QPushButton* button : commands_) {
+    if (button->objectName() == name) return button;
+  }
+  return nullptr;
+}
+
+void RecordEditor::setCommandsEnabled(bool enabled) {
+  for (QPushButton* button : commands_) button->setEnabled(enabled);
 }
 
 TextBox* RecordEditor::txtFields(int index) const {
@@ -114,21 +179,12 @@ bool RecordEditor::validateNumber(TextBox& box) {
 
 void RecordEditor::BuildColumns() {
   ListView1->addColumn(look_.listColumn, firstBarPosition);
+  ListView1->setFillingColumn(0, look_.listColumnInset);
 }
 
 void RecordEditor::UpdateToolbar() {
   Toolbar1->setButtonEnabled(u"Add"_s, AddAllowed);
   Toolbar1->setButtonEnabled(u"Save"_s, SaveAllowed);
-}
-
-void RecordEditor::fitListColumn() {
-  if (ListView1->model()->columnCount() == 0) return;
-  ListView1->setColumnWidth(0, ListView1->viewport()->width() - look_.listColumnInset);
-}
-
-void RecordEditor::onResize() {
-  // The panes get their sizes behind this event, and the list's scroll bar behind those.
-  QTimer::singleShot(0, this, &RecordEditor::fitListColumn);
 }
 
 void RecordEditor::addRow() {
@@ -161,12 +217,11 @@ void RecordEditor::showIndustry() {
   }
 }
 
-double RecordEditor::selectedId() const {
-  const ListItem* item = ListView1->selectedItem();
-  return item == nullptr ? 0 : Val(item->key());
+double RecordEditor::idOf(const ListItem& row) {
+  return Val(row.key());
 }
 
-QString RecordEditor::portalValue(const SavedValue& value) const {
+QString RecordEditor::portalValue(const SavedValue& value, const ListItem& row) const {
   switch (value.from) {
     case ValueFrom::OwnerId:
       return textOf(app().gQiyeId);
@@ -179,9 +234,32 @@ QString RecordEditor::portalValue(const SavedValue& value) const {
     case ValueFrom::Typed:
       return fieldText(value.field);
     case ValueFrom::Checked:
-      return textOf(ListView1->selectedItem()->isChecked());
+      return textOf(row.isChecked());
   }
   return {};
+}
+
+QVariant RecordEditor::localValue(const SavedValue& value, const ListItem& row) const {
+  switch (value.from) {
+    case ValueFrom::OwnerId:
+      return app().gLocalId;
+    case ValueFrom::OwnerName:
+      return app().gUserName;
+    case ValueFrom::TagNumber:
+      return Val(txtFields(value.field)->Tag);
+    case ValueFrom::Trimmed:
+      return Trim(fieldText(value.field));
+    case ValueFrom::Typed:
+      return fieldText(value.field);
+    case ValueFrom::Checked:
+      return row.isChecked();
+  }
+  return {};
+}
+
+GetData& RecordEditor::localStore() {
+  if (localStore_ == nullptr) localStore_ = std::make_unique<GetData>(app().store);
+  return *localStore_;
 }
 
 Answer RecordEditor::askToSave() {

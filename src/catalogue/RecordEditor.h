@@ -2,7 +2,9 @@
 
 #include <QList>
 #include <QString>
+#include <QStringList>
 #include <map>
+#include <memory>
 #include <optional>
 
 #include "catalogue/GoodsRecord.h"
@@ -11,13 +13,16 @@
 #include "forms/StatusBar.h"
 #include "forms/TextBox.h"
 #include "forms/Toolbar.h"
+#include "store/GetData.h"
 
 class QGridLayout;
-class QLabel;
+class QPushButton;
+class QVBoxLayout;
 
 namespace qinghe {
 
 class SplitPane;
+class TabControl;
 
 /// One text box of an editor's detail pane.
 struct EditorField {
@@ -31,6 +36,9 @@ struct EditorField {
   QString labelName = {};                ///< the label's name where it is no member of `LabelXM`
   bool keptByAdd = false;                ///< Add leaves the text of the row shown before
   bool industryAfterAdd = false;         ///< Add puts the company's industry there
+  int tab = 0;                           ///< which tab it lies on, where the editor has tabs
+  QString command = {};                  ///< name of the button beside it that picks its value
+  QString commandCaption = {};           ///< of that button; an arrow when empty
 };
 
 struct EditorButton {
@@ -50,6 +58,7 @@ struct EditorLook {
   bool searchBox;      ///< has the box `txtSelect`, which nothing reads
   QList<EditorField> fields;
   QList<EditorButton> buttons;
+  QStringList tabs = {};  ///< of `SSTab1`; none when the fields stand on the screen itself
 };
 
 /// The pattern of all record editors: a list with check boxes, a bar, a detail pane of text boxes,
@@ -61,10 +70,13 @@ class RecordEditor : public Form {
  public:
   /// Null for a member that the array does not have.
   TextBox* txtFields(int index) const;
+  /// The button of that name beside a field; null when there is none.
+  QPushButton* command(const QString& name) const;
 
   Toolbar* Toolbar1;
   ListView* ListView1;
   StatusBar* StatusBar1;
+  TabControl* SSTab1 = nullptr;  ///< null in an editor without tabs
 
  protected:
   explicit RecordEditor(const EditorLook& look);
@@ -74,11 +86,12 @@ class RecordEditor : public Form {
   virtual void itemClick(ListItem& item) = 0;
   virtual void itemCheck(ListItem& item) = 0;
   virtual void buttonClick(const QString& key) = 0;
+  /// A button beside a field was pressed.
+  virtual void commandClick(const QString& /*name*/) {}
   /// The save that closing with "Yes" makes.
   virtual bool saveOnClose() = 0;
 
   void onQueryUnload(Cancel& cancel) override;
-  void onResize() override;
 
   /// A row by Add: checked and selected, without key and icon; the fields are cleared, then get
   /// their values in order. Tags stay.
@@ -95,11 +108,18 @@ class RecordEditor : public Form {
 
   const EditorLook& look() const { return look_; }
   QString fieldText(int index) const { return txtFields(index)->text(); }
-  /// The selected row's id: the leading number of its key; 0 for a row not saved yet.
-  double selectedId() const;
-  /// What a request says for a value.
-  QString portalValue(const SavedValue& value) const;
+  /// A row's id: the leading number of its key; 0 for a row not saved yet.
+  static double idOf(const ListItem& row);
   static QString keyOf(const QString& id) { return id + QStringLiteral(" ID"); }
+  /// What a request says for a value of `row`.
+  QString portalValue(const SavedValue& value, const ListItem& row) const;
+  /// What a local row says for it.
+  QVariant localValue(const SavedValue& value, const ListItem& row) const;
+
+  void setCommandsEnabled(bool enabled);
+  void addBelowList(QWidget* widget);
+  /// The screen's own data access, made on first use.
+  GetData& localStore();
 
   bool AddAllowed = true;
   bool SaveAllowed = false;
@@ -108,13 +128,19 @@ class RecordEditor : public Form {
  private:
   QWidget* buildListPane();
   QWidget* buildDetailPane();
+  QWidget* buildTabs();
+  QWidget* buildFields(int tab, QWidget* pane);
   void addField(QGridLayout& grid, const EditorField& field);
+  void addLabel(QGridLayout& grid, int row, const EditorField& field);
+  void addCommand(QGridLayout& grid, int row, const EditorField& field);
   bool validateNumber(TextBox& box);
-  void fitListColumn();
 
   EditorLook look_;
   std::map<int, TextBox*> fields_;
+  QList<QPushButton*> commands_;
+  QVBoxLayout* listPane_ = nullptr;
   SplitPane* panes_ = nullptr;
+  std::unique_ptr<GetData> localStore_;
 };
 
 }  // namespace qinghe

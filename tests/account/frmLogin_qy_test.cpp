@@ -322,6 +322,25 @@ TEST_F(Login, CancelClearsThePasswordAndLeavesTheLoginMode) {
   EXPECT_TRUE(portal.requests().isEmpty());
 }
 
+TEST_F(Login, RegisterUnloadsTheLoginAndOpensTheRegistration) {
+  state.gLoginMode = 1;
+  int opened = 0;
+  state.openRegistration = [&opened] {
+    EXPECT_FALSE(isLoaded<frmLogin_qy>());
+    ++opened;
+  };
+  QTest::mouseClick(screen().CmdRegister, Qt::LeftButton);
+  EXPECT_EQ(opened, 1);
+  EXPECT_FALSE(isLoaded<frmLogin_qy>());
+  EXPECT_EQ(state.gLoginMode, 1);
+  EXPECT_TRUE(portal.requests().isEmpty());
+}
+
+TEST_F(Login, RegisterWithoutARegistrationOnlyUnloadsTheLogin) {
+  QTest::mouseClick(screen().CmdRegister, Qt::LeftButton);
+  EXPECT_FALSE(isLoaded<frmLogin_qy>());
+}
+
 TEST_F(Login, EnterInThePasswordConfirms) {
   portal.answerWith({page(welcomeRow)});
   type(u"1001"_s, u"secret"_s);

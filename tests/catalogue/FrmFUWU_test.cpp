@@ -55,6 +55,12 @@ TEST_F(Services, HasThreeButtonsAndNeitherPrintNorHelp) {
   }
 }
 
+TEST_F(Services, TheKeyDeleteHasNoEffectAndSaysSo) {
+  emit screen().Toolbar1->buttonClick(u"Delete"_s);
+  EXPECT_EQ(status(), u"暂无效"_s);
+  EXPECT_EQ(list().itemCount(), 2);
+}
+
 TEST_F(Services, AddClearsAllButTheAttributeText) {
   press(u"Add"_s);
   EXPECT_EQ(list().itemAt(2)->text(), u"新添服务"_s);

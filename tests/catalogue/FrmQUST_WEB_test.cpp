@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QCoreApplication>
 #include <QLabel>
 
 #include "EditorFixture.h"
@@ -164,6 +165,108 @@ TEST_F(Surveys, TickingAnotherRowSelectsItWithoutLoadingAndASaveWritesThePaneUnd
   portal.answerWith({page({{u"9"_s}})});
   press(u"Update"_s);
   EXPECT_EQ(targets().last(), saveTarget(9, u"D1"_s, u"读者调查"_s, u"谢谢参加"_s, u"False"_s));
+}
+
+TEST_F(Surveys, SaveAsItGoesOverTheWire) {
+  screen();
+  type(3, u"一\r\n<"_s);
+  portalGives(u"7"_s);
+  press(u"Update"_s);
+  EXPECT_EQ(targets().last(),
+            u"/_vti_product/_vti_add.asp?stable=%71%75%73%74"
+            "&stother=%69%64%3D%37%20%61%6E%64%20%71%69%79%65%5F%69%64%3D%32%35"
+            "&QIYE_ID=%32%35&QUST_NO=%44%31&QUST=%B6%C1%D5%DF%B5%F7%B2%E9"
+            "&ANSW=%D2%BB%3C%62%72%3E%26%6C%74%3B&NOTH=%46%61%6C%73%65"_s);
+}
+
+TEST_F(Surveys, EveryBoxMarksTheScreen) {
+  screen();
+  for (int index = 0; index < 4; ++index) {
+    type(index, field(index) + u"改"_s);
+    boxes->expect(Answer::Cancel);
+    EXPECT_FALSE(screen().unload()) << index;
+    portalGives(u"7"_s);
+    press(u"Update"_s);
+  }
+  EXPECT_EQ(boxes->asked.size(), 4);
+  EXPECT_TRUE(screen().unload());
+}
+
+TEST_F(Surveys, EveryLoggedInLevelAdds) {
+  for (const qint16 level : {qint16{-1}, qint16{0}, qint16{1}, qint16{2}}) {
+    state.gUserLevel = level;
+    portal.answerWith({page(twoSurveys), page(first)});
+    EXPECT_EQ(isEnabled(u"Add"_s), level >= 0) << level;
+    EXPECT_TRUE(isEnabled(u"Update"_s)) << level;
+    ASSERT_TRUE(screen().unload());
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  }
+}
+
+TEST_F(Surveys, EveryRowOfTheAnswerNamesTheSurveyAndTheLastOneStays) {
+  screen();
+  type(2, u"改名"_s);
+  portal.answerWith({page({{u"12"_s}, {u"13"_s}})});
+  press(u"Update"_s);
+  EXPECT_EQ(list().itemAt(0)->key(), u"13 ID"_s);
+}
+
+TEST_F(Surveys, OnlyTheWordTrueTicksASurvey) {
+  portal.answerWith(
+      {page({{u"7"_s, u"a"_s, u"3"_s, u"true"_s}, {u"9"_s, u"b"_s, u"3"_s, u"1"_s}}), page(first)});
+  EXPECT_FALSE(list().itemAt(0)->isChecked());
+  EXPECT_FALSE(list().itemAt(1)->isChecked());
+}
+
+TEST_F(Surveys, ASurveyThatThePortalDoesNotTellChangesNoField) {
+  screen();
+  portal.answerWith({page({})});
+  clickRow(1);
+  EXPECT_EQ(field(2), u"读者调查"_s);
+  EXPECT_TRUE(isEnabled(u"Add"_s));
+  EXPECT_TRUE(isEnabled(u"Update"_s));
+  EXPECT_TRUE(screen().unload()) << "and marks nothing";
+}
+
+TEST_F(Surveys, YesAtAClickSavesANewSurveyUnderIdZero) {
+  press(u"Add"_s);
+  portal.answerWith({page({{u"33"_s}}), page(second)});
+  boxes->expect(Answer::Yes);
+  clickRow(1);
+  EXPECT_EQ(targets()[2], saveTarget(0, u"NO"_s, u"新添调查"_s, u"谢谢"_s, u"True"_s));
+  EXPECT_EQ(list().itemAt(2)->key(), u"33 ID"_s);
+  EXPECT_EQ(field(1), u"D2"_s);
+}
+
+TEST_F(Surveys, AFailedSaveAtClosingClosesAllTheSame) {
+  screen();
+  type(3, u"改"_s);
+  portal.answerWith({"<html></html>"});
+  boxes->expect(Answer::Yes);
+  EXPECT_TRUE(screen().unload());
+  EXPECT_EQ(targets().last(), saveTarget(7, u"D1"_s, u"读者调查"_s, u"改"_s, u"False"_s));
+}
+
+TEST_F(Surveys, NoAtClosingDropsTheEdit) {
+  screen();
+  type(3, u"改"_s);
+  boxes->expect(Answer::No);
+  EXPECT_TRUE(screen().unload());
+  EXPECT_EQ(portal.requests().size(), 2);
+}
+
+TEST_F(Surveys, OfflineATickMarksNothing) {
+  screen();
+  goOffline();
+  clickCheckBox(1);
+  EXPECT_EQ(list().selectedItem(), list().itemAt(0));
+  EXPECT_TRUE(screen().unload()) << "without a question";
+}
+
+TEST_F(Surveys, ExitLeavesWhileTheLinkStands) {
+  screen();
+  press(u"Exit"_s);
+  EXPECT_FALSE(isLoaded<FrmQUST_WEB>());
 }
 
 TEST_F(Surveys, OfflineNothingButTheCloseBoxWorks) {

@@ -89,6 +89,23 @@ TEST_F(FrmXIMUFault, ALocalFailureWithoutPortalStaysMarkedAndSaysSo) {
   EXPECT_EQ(store.value(u"SELECT XIMU FROM XIMU WHERE id=1"_s).toString(), u"改"_s);
 }
 
+TEST_F(FrmXIMUFault, WhatCouldNotBeSavedIsNotWrittenWithAnotherRow) {
+  beCompany(2, 0);
+  press(u"Add"_s);
+  store.exec(u"CREATE TRIGGER refuse BEFORE INSERT ON XIMU BEGIN SELECT RAISE(ABORT,'no'); END"_s);
+  const auto before = store.rows(u"SELECT id,XIMU FROM XIMU ORDER BY id"_s);
+  press(u"Save"_s);
+  EXPECT_EQ(status(), u"本地保存失败！！！"_s);
+  store.exec(u"DROP TRIGGER refuse"_s);
+  clickRow(0);
+  type(2, u"改"_s);
+  press(u"Save"_s);
+  EXPECT_EQ(status(), u"本地保存成功！！！"_s);
+  auto after = before;
+  after[0][1] = u"改"_s;
+  EXPECT_EQ(store.rows(u"SELECT id,XIMU FROM XIMU ORDER BY id"_s), after);
+}
+
 TEST_F(FrmXIMUFault, ARowChangedBehindTheScreenIsNotOverwritten) {
   beCompany(2, 0);
   type(2, u"我的"_s);

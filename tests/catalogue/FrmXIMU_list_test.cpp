@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QLabel>
+#include <QLineEdit>
 #include <QSignalSpy>
 
 #include "GoodsFixture.h"
@@ -57,7 +58,9 @@ TEST_F(FrmXIMUList, HasItsLabelsAndButtons) {
     EXPECT_EQ(action->text(), button[1]);
     EXPECT_EQ(action->toolTip(), button[2]);
   }
-  EXPECT_NE(screen().findChild<QWidget*>(u"txtSelect"_s), nullptr);
+  const auto* search = screen().findChild<QLineEdit*>(u"txtSelect.editor"_s);
+  ASSERT_NE(search, nullptr);
+  EXPECT_EQ(search->placeholderText(), u"查找"_s);
   EXPECT_NE(screen().findChild<QWidget*>(u"Splitter"_s), nullptr);
 }
 
@@ -197,5 +200,15 @@ INSTANTIATE_TEST_SUITE_P(Fields, FrmXIMUValidation,
                                          PriceRow{3, u"1,234.5"_s, true},
                                          PriceRow{5, u"一"_s, false}, PriceRow{5, u"99"_s, true},
                                          PriceRow{4, u"abc"_s, true}));
+
+TEST_F(FrmXIMUList, F1OpensTheHelpWithOrWithoutALink) {
+  int opened = 0;
+  state.openHelp = [&] { ++opened; };
+  QTest::keyClick(screen().txtFields(2)->editor(), Qt::Key_F1);
+  goOffline();
+  QTest::keyClick(&list(), Qt::Key_F1);
+  EXPECT_EQ(opened, 2);
+  EXPECT_EQ(screen().Toolbar1->button(u"Help"_s), nullptr);
+}
 
 }  // namespace

@@ -108,6 +108,17 @@ TEST_F(FrmXIMUSave, PriceAndPackAreKeptAsTyped) {
   EXPECT_EQ(store.value(u"SELECT GESH FROM XIMU WHERE id=1"_s), QVariant(u"010"_s));
 }
 
+TEST_F(FrmXIMUSave, BlanksStayAroundPackNoteAndIntroductionAndGoFromTheOthers) {
+  beCompany(2, 0);
+  for (const int index : {1, 2, 4, 5, 6, 7, 8, 9}) {
+    screen().txtFields(index)->setText(u" 甲%1 "_s.arg(index));
+  }
+  press(u"Save"_s);
+  EXPECT_EQ(store.rows(u"SELECT XIMU_NO,XIMU,ZHKO,GESH,LEBI,CHYE,JISH,SHXI FROM XIMU WHERE id=1"_s),
+            QList<QVariantList>({{u"甲1"_s, u"甲2"_s, u" 甲4 "_s, u" 甲5 "_s, u"甲6"_s, u"甲7"_s,
+                                  u" 甲8 "_s, u"甲9"_s}}));
+}
+
 TEST_F(FrmXIMUSave, AnEmptyAnswerFailsButTheLocalRowIsSaved) {
   portal.answerWith({"<html>no table</html>"});
   type(2, u"本地有"_s);
