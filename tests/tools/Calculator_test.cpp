@@ -80,6 +80,9 @@ TEST_F(CalculatorTest, TheKeyboardHasAKeyForEachOfItsKeys) {
   EXPECT_EQ(readout(), u"50"_s);
   QTest::keyClicks(&screen(), u"+7-2/5="_s);
   EXPECT_EQ(readout(), u"11"_s);
+  QTest::keyClicks(&screen(), u"=1,5x2"_s);
+  QTest::keyClick(&screen(), Qt::Key_Enter, Qt::KeypadModifier);
+  EXPECT_EQ(readout(), u"3"_s) << "the keys of a number pad and a small x, too";
   QTest::keyClicks(&screen(), u"9"_s);
   QTest::keyClick(&screen(), Qt::Key_Delete);
   EXPECT_EQ(readout(), u"0."_s);
