@@ -5,18 +5,20 @@
 #include <QScreen>
 #include <cstdio>
 
+#include "shell/AppState.h"
+
 namespace qinghe {
 
 using namespace Qt::StringLiterals;
 
 namespace {
 constexpr int tickLength = 50;        // milliseconds
-constexpr int settlingTicks = 6;      // until the windows have painted what a step did
+constexpr int settlingTicks = 2;      // until the focus stands where a step brought it
+constexpr int paintingTicks = 6;      // until the windows have painted what a step did
 constexpr qint64 stepLimit = 30'000;  // milliseconds
 }  // namespace
 
-Tour::Tour(QList<TourStep> steps, const QString& folder)
-    : steps_(std::move(steps)), folder_(folder) {
+Tour::Tour(QList<TourStep> steps, const QString& files) : steps_(std::move(steps)), files_(files) {
   // One shot each: a repeating timer does not fire inside the event loop that a step may run.
   timer_.setSingleShot(true);
   timer_.setInterval(tickLength);
@@ -32,13 +34,14 @@ void Tour::tick() {
   if (next_ >= steps_.size()) return;
   timer_.start();
   const TourStep& step = steps_[next_];
-  if (!step.ready()) {
+  // While the portal is read a user's hands are tied, too.
+  if (app().forms.gate.isHeld() || !step.ready()) {
     settling_ = 0;
     if (waiting_.elapsed() > stepLimit) fail();
     return;
   }
-  if (++settling_ < settlingTicks) return;
-  takePicture();
+  if (++settling_ < (takesPictures_ ? paintingTicks : settlingTicks)) return;
+  if (takesPictures_) takePicture();
   settling_ = 0;
   ++next_;
   waiting_.restart();
@@ -46,8 +49,8 @@ void Tour::tick() {
 }
 
 void Tour::takePicture() const {
-  const QString file =
-      folder_.filePath(u"%1-%2.png"_s.arg(next_ + 1, 2, 10, QChar(u'0')).arg(steps_[next_].name));
+  const QString number = u"%1"_s.arg(next_ + 1, 2, 10, QChar(u'0'));
+  const QString file = files_ + number + u'-' + steps_[next_].name + u".png"_s;
   QGuiApplication::primaryScreen()->grabWindow(0).save(file);
 }
 

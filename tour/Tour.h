@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QDir>
 #include <QElapsedTimer>
 #include <QList>
 #include <QString>
@@ -23,7 +22,10 @@ class Tour : public QObject {
   Q_OBJECT
 
  public:
-  Tour(QList<TourStep> steps, const QString& folder);
+  /// The pictures' paths begin with `files`.
+  Tour(QList<TourStep> steps, const QString& files);
+  /// Without pictures it need not wait until windows have painted, and hurries.
+  void setTakesPictures(bool takes) { takesPictures_ = takes; }
   void start();
   bool isFailed() const { return failed_; }
 
@@ -33,15 +35,13 @@ class Tour : public QObject {
   void takePicture() const;
 
   QList<TourStep> steps_;
-  QDir folder_;
+  QString files_;
   QTimer timer_;
   QElapsedTimer waiting_;
   qsizetype next_ = 0;
   int settling_ = 0;
+  bool takesPictures_ = true;
   bool failed_ = false;
 };
-
-/// The main job: log in, change a goods row, save it to the portal, print the list into `folder`.
-QList<TourStep> tourSteps(const QString& folder);
 
 }  // namespace qinghe

@@ -3,7 +3,9 @@
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QMenuBar>
+#include <QScreen>
 #include <QSettings>
+#include <QToolBar>
 
 #include "MainWindowFixture.h"
 #include "catalogue/FrmXIMU.h"
@@ -206,6 +208,26 @@ TEST_F(Commands, WithoutAWordForTheIndustryTheGoodsKeepTheirCaptions) {
   frame->ApplyIndustryCaptions();
   EXPECT_EQ(entry(u"mnuXimu"_s)->text(), u"商品登记(本地)"_s);
   EXPECT_EQ(entry(u"mnuXimu_WEB"_s)->text(), u"商品登记"_s);
+}
+
+TEST_F(Commands, TheToolbarsCommandsHaveTheDigitsForKeys) {
+  QStringList keys;
+  for (const QAction* action : frame->findChild<QToolBar*>(u"Toolbar1"_s)->actions()) {
+    const QString key = action->shortcut().toString();
+    keys.append(key);
+    if (key.isEmpty()) continue;
+    EXPECT_EQ(action->toolTip(), action->text() + u" ("_s + key + u')');
+  }
+  EXPECT_EQ(keys, QStringList({u"Ctrl+1"_s, u"Ctrl+2"_s, u"Ctrl+3"_s, u"Ctrl+4"_s, u"Ctrl+5"_s,
+                               u"Ctrl+6"_s, u"Ctrl+7"_s, u"Ctrl+8"_s, QString(), u"Ctrl+9"_s,
+                               u"Ctrl+0"_s}));
+  ASSERT_TRUE(QTest::qWaitForWindowActive(frame.get()));
+  QTest::keyClick(frame.get(), Qt::Key_4, Qt::ControlModifier);
+  EXPECT_TRUE(isLoaded<FrmXIMU>());
+}
+
+TEST_F(Commands, TheFrameFitsOnTheScreen) {
+  EXPECT_TRUE(QRect(QPoint(), frame->screen()->availableSize()).contains(frame->rect()));
 }
 
 TEST_F(Commands, TheStatusBarStaysEmpty) {
