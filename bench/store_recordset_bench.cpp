@@ -147,7 +147,7 @@ bool update(const char* what, const QString& path, const QString& barePath) {
     set.Update();
   };
   Bare file(barePath);
-  file.exec(u"PRAGMA synchronous = FULL"_s);
+  file.exec(u"PRAGMA synchronous = EXTRA"_s);
   sqlite3_stmt* statement = file.prepare("UPDATE XIMU SET XIMU=?, JIGEX=? WHERE id=?");
   const auto bare = [&](int row) {
     sqlite3_bind_text(statement, 1, "改名", -1, SQLITE_STATIC);

@@ -7,6 +7,9 @@ export top
 # So that a fresh clone elsewhere finds what was compiled here.
 export CCACHE_BASEDIR=$top CCACHE_NOHASHDIR=1
 
+# The superuser, as in a container, cannot have the sandbox of the pages' engine.
+[ "$(id -u)" != 0 ] || export QTWEBENGINE_DISABLE_SANDBOX=1
+
 say() { printf '== %s\n' "$*"; }
 
 # Installs what the named groups of scripts/packages.txt lack. Asks for rights only then, and needs

@@ -1,6 +1,6 @@
 #!/bin/sh
-# A whole installation under a prefix of its own. Arguments: cmake, the build tree, and the folders
-# of programs, libraries and data below a prefix.
+# A whole installation under a prefix of its own. Arguments: cmake, the build tree, the folders of
+# programs, libraries and data below a prefix, and something when a browser engine was built.
 set -eu
 
 cmake=$1
@@ -8,6 +8,7 @@ build=$2
 bin=$3
 lib=$4
 share=$5
+engine=${6:-}
 
 root=$(mktemp -d)
 trap 'rm -rf -- "$root"' EXIT
@@ -19,6 +20,11 @@ for file in "$bin/qinghe" "$lib/qinghe/qinghe" "$bin/qinghe-portal" "$share/qing
   "$share/icons/hicolor/scalable/apps/qinghe.svg" lib/systemd/system/qinghe-portal.service; do
   [ -s "$prefix/$file" ] || { echo "missing: $file"; exit 1; }
 done
+# The client looks for its browser engine beside itself.
+if [ -n "$engine" ] && [ ! -s "$prefix/$lib/qinghe/qinghe-browser-engine.so" ]; then
+  echo "missing: the browser engine"
+  exit 1
+fi
 for program in "$bin/qinghe" "$lib/qinghe/qinghe" "$bin/qinghe-portal"; do
   [ -x "$prefix/$program" ] || { echo "not executable: $program"; exit 1; }
 done
