@@ -10,6 +10,9 @@ export CCACHE_BASEDIR=$top CCACHE_NOHASHDIR=1
 # The superuser, as in a container, cannot have the sandbox of the pages' engine.
 [ "$(id -u)" != 0 ] || export QTWEBENGINE_DISABLE_SANDBOX=1
 
+# What passes says so in one line, so that a failure is seen.
+export GTEST_BRIEF=1
+
 say() { printf '== %s\n' "$*"; }
 
 # Installs what the named groups of scripts/packages.txt lack. Asks for rights only then, and needs
@@ -43,6 +46,21 @@ build() {
     return 1
   }
   cmake --build "$top/build/$preset" "${targets[@]}"
+}
+
+# Runs the tests of a built preset: check PRESET [option of ctest ...]
+# Two programs share the cores with whatever else the machine does, so what failed is run once more,
+# alone. What passes only then is named: it has a race that is to be found.
+check() {
+  local preset=$1
+  shift
+  local failed
+  say "testing ($preset)"
+  ctest --test-dir "$top/build/$preset" --output-on-failure -j 2 "$@" && return
+  failed=$(cut -d: -f2 "$top/build/$preset/Testing/Temporary/LastTestsFailed.log" | xargs)
+  say "failed: $failed; once more, alone"
+  ctest --test-dir "$top/build/$preset" --rerun-failed --output-on-failure || return
+  say "PASSED ONLY WHEN RUN AGAIN, ALONE ($preset): $failed"
 }
 
 mkdir -p "$top/build"

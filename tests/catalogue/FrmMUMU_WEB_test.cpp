@@ -114,14 +114,15 @@ TEST_F(PortalBrands, AllEighteenValuesAreEncodedSoThatAMarkInANameArrives) {
 
 TEST_F(PortalBrands, BlanksAroundAValueAreSentAsTheyWereTyped) {
   openOnFirst();
-  const QList<std::pair<QString, int>> values = {
-      {u"XIMU_NO"_s, 1}, {u"XIMU"_s, 2}, {u"GESH"_s, 5},  {u"SHEN"_s, 6}, {u"AREA"_s, 7},
-      {u"LEBI"_s, 8},    {u"SHXI"_s, 9}, {u"JIGEX"_s, 3}, {u"ZHKO"_s, 4}};
-  QHash<QString, QString> typed;
-  for (const auto& [name, index] : values) {
-    typed[name] = u"  %1 "_s.arg(index);
-    screen().txtFields(index)->setText(typed[name]);
-  }
+  const auto typed = typeWithBlanks({{u"XIMU_NO"_s, 1},
+                                     {u"XIMU"_s, 2},
+                                     {u"GESH"_s, 5},
+                                     {u"SHEN"_s, 6},
+                                     {u"AREA"_s, 7},
+                                     {u"LEBI"_s, 8},
+                                     {u"SHXI"_s, 9},
+                                     {u"JIGEX"_s, 3},
+                                     {u"ZHKO"_s, 4}});
   portalGives(list().itemAt(0)->key());
   press(u"Update"_s);
   EXPECT_EQ(target(0), saveTarget(typed));

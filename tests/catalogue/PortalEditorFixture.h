@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QHash>
 #include <QPushButton>
 #include <QTabBar>
 #include <QTimer>
@@ -91,6 +92,16 @@ class PortalEditorFixture : public EditorFixture<Screen> {
   void pressCommand(const QString& name) {
     ASSERT_NE(command(name), nullptr);
     QTest::mouseClick(command(name), Qt::LeftButton);
+  }
+
+  /// Types a text with blanks around it into each of these fields; what stands there by parameter.
+  QHash<QString, QString> typeWithBlanks(const QList<std::pair<QString, int>>& fields) {
+    QHash<QString, QString> typed;
+    for (const auto& [name, index] : fields) {
+      typed[name] = QStringLiteral("  %1 ").arg(index);
+      this->screen().txtFields(index)->setText(typed[name]);
+    }
+    return typed;
   }
 
   void turnTo(int tab) {
