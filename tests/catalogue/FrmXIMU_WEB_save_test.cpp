@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QFile>
+#include <QSemaphore>
 
 #include "PortalGoodsFixture.h"
 #include "catalogue/FrmXIMU.h"
@@ -258,16 +259,22 @@ TEST_F(PortalGoodsSave, ARecordClickedWhileANoteIsStillOnItsWayIsNotRead) {
 
 TEST_F(PortalGoodsSave, TheScreenMayBeClosedWhileTheNoteWaitsForTheIntroduction) {
   openOnFirst();
-  portal.setHandler([](const QByteArray& request) {
-    ScriptedServer::Reply reply{.bytes = ScriptedServer::ok(ScriptedServer::table({{u"71"_s}}))};
-    if (request.contains("JISH=")) reply.delay = std::chrono::milliseconds(200);
-    return reply;
-  });
   type(2, u"改"_s);
   type(10, u"等一等"_s);
   boxes->expect(Answer::No);
   QPointer<FrmXIMU_WEB> form = &screen();
-  QTimer::singleShot(0, &state.tray, [this] { press(u"Exit"_s); });
+  // The introduction is answered only behind the close, so that the note surely waits for it.
+  QSemaphore closed;
+  portal.setHandler([&](const QByteArray& request) {
+    if (request.contains("JISH=")) {
+      QMetaObject::invokeMethod(&state.tray, [&] {
+        press(u"Exit"_s);
+        closed.release();
+      });
+      closed.tryAcquire(1, 60'000);
+    }
+    return ScriptedServer::Reply{.bytes = ScriptedServer::ok(ScriptedServer::table({{u"71"_s}}))};
+  });
   press(u"Update"_s);
   EXPECT_FALSE(isLoaded<FrmXIMU_WEB>());
   ASSERT_TRUE(settled(3));
