@@ -404,7 +404,7 @@ TYPED_TEST(PagedPickers, APortalFailureLeavesTheListShortWithoutAWord) {
       {.bytes = ScriptedServer::ok(cut)}};
   for (const auto& fault : faults) {
     unload<typename TypeParam::Screen>();
-    this->portal.setHandler([&](const QByteArray&) { return fault; });
+    this->portal.setHandler([fault](const QByteArray&) { return fault; });
     auto& screen = this->picker();
     EXPECT_EQ(screen.ListView1->itemCount(), 0);
   }
