@@ -44,7 +44,7 @@ EngineFixture::~EngineFixture() {
 }
 
 bool EngineFixture::waitFor(const std::function<bool()>& condition) {
-  return QTest::qWaitFor(condition, 20'000);
+  return QTest::qWaitFor(condition, 60'000);
 }
 
 void EngineFixture::open(const QString& address) {
@@ -76,6 +76,8 @@ QVariant EngineFixture::js(const QString& script) {
 }
 
 void EngineFixture::click(const QString& selector) {
+  js(u"window.drawn=0;requestAnimationFrame(()=>requestAnimationFrame(()=>window.drawn=1));0"_s);
+  ASSERT_TRUE(waitFor([this] { return js(u"window.drawn"_s).toInt() == 1; }));
   const auto middle = js(u"(() => { const r = document.querySelector('%1').getBoundingClientRect();"
                          "return [r.x + r.width / 2, r.y + r.height / 2]; })()"_s.arg(selector))
                           .toList();

@@ -35,7 +35,8 @@ class EngineFixture : public ClientFixture {
   QWebEngineView* view();
   /// What a script in the page gives; null when it gives nothing in time.
   QVariant js(const QString& script);
-  /// Presses and releases the mouse in the middle of the first element of that selector.
+  /// Presses and releases the mouse in the middle of the first element of that selector, once the
+  /// page is drawn: the engine drops what is pressed before.
   void click(const QString& selector);
   /// The words that stand in place of a page; empty when there is a page.
   QString words();
