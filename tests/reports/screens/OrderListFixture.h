@@ -7,7 +7,6 @@
 #include <QTest>
 #include <functional>
 
-#include "messaging/free_port.h"
 #include "portal/url_encode.h"
 #include "reports/screens/FrmQueryDH_XS.h"
 #include "reports/screens/FrmQueryGH_JH.h"
@@ -113,7 +112,7 @@ class OrderListFixture : public ClientFixture {
  protected:
   OrderListFixture() {
     beCompany(1, 0);
-    state.peerPort = freePort();
+    state.peerPort = 0;
     state.peerAddress = QStringLiteral("127.0.0.1");
     portal.answerWith({emptyPage()});
   }
