@@ -82,7 +82,7 @@ class PortalEditorFixture : public EditorFixture<Screen> {
   /// Whether so many requests have come, and nothing is on its way any more.
   bool settled(int requests) {
     return this->portal.waitForRequests(requests) &&
-           QTest::qWaitFor([this] { return !this->state.inetQuotes.StillExecuting(); });
+           QTest::qWaitFor([this] { return !this->state.inetQuotes.StillExecuting(); }, 60'000);
   }
 
   QPushButton* command(const QString& name) {

@@ -72,7 +72,7 @@ class Sitting {
 
   /// Whether no long text is on its way any more.
   bool isQuiet() {
-    return QTest::qWaitFor([this] { return !state.inetQuotes.StillExecuting(); });
+    return QTest::qWaitFor([this] { return !state.inetQuotes.StillExecuting(); }, 60'000);
   }
 
   AppState state;

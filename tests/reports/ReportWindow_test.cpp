@@ -364,7 +364,7 @@ TEST_F(ReportWindowTest, ReadsOnlyTheRowsOfPagesInView) {
 
 TEST_F(ReportWindowTest, FindsTheRestOfThePagesWhileTheFirstIsShown) {
   ReportWindow& window = open(goods(100000));
-  EXPECT_TRUE(QTest::qWaitFor([&] { return window.pages().isComplete(); }));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return window.pages().isComplete(); }, 60'000));
   const int count = window.pages().knownPages();
   EXPECT_GT(count, 2000);
   EXPECT_EQ(pageEntry(window).maximum(), count);

@@ -43,7 +43,7 @@ class NmcliDialerTest : public testing::Test {
   QString record() const { return folder.filePath(u"arguments"_s); }
 
   QByteArray arguments() const {
-    if (!QTest::qWaitFor([this] { return QFile::exists(record()); }, 10'000)) return {};
+    if (!QTest::qWaitFor([this] { return QFile::exists(record()); }, 60'000)) return {};
     QFile file(record());
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
   }

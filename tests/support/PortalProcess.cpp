@@ -9,8 +9,8 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int startLimit = 60'000;
-constexpr int portLimit = 20'000;
-constexpr int stopLimit = 30'000;
+constexpr int portLimit = 120'000;
+constexpr int stopLimit = 60'000;
 constexpr int busyLimit = 30'000;
 
 // The line that the program prints once it takes requests, without its line end.

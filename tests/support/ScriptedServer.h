@@ -44,10 +44,10 @@ class ScriptedServer {
   QList<QByteArray> requestTargets() const;  ///< the middle word of each request line
   QByteArray body(int index) const;          ///< of one request; empty when there is none
   /// Whether so many requests have arrived, waiting for them no longer than `limit`.
-  bool waitForRequests(int count, std::chrono::milliseconds limit = std::chrono::seconds(10)) const;
+  bool waitForRequests(int count, std::chrono::milliseconds limit = std::chrono::seconds(60)) const;
   int connectionCount() const;  ///< taken in since the start or the last `clear`
   /// Whether no connection is open, waiting for that no longer than `limit`.
-  bool waitForNoConnection(std::chrono::milliseconds limit = std::chrono::seconds(10)) const;
+  bool waitForNoConnection(std::chrono::milliseconds limit = std::chrono::seconds(60)) const;
   /// Forgets the requests and the count of connections; the answers stay.
   void clear();
 

@@ -8,6 +8,8 @@
 
 namespace {
 
+constexpr int busyLimit = 30'000;
+
 QVariant cell(const SQLite::Column& column) {
   switch (column.getType()) {
     case SQLITE_NULL:
@@ -44,8 +46,7 @@ QString TempStore::path() const {
 }
 
 void TempStore::exec(const QString& sql) const {
-  SQLite::Database database(path().toStdString(), SQLite::OPEN_READWRITE);
-  database.setBusyTimeout(5000);
+  SQLite::Database database(path().toStdString(), SQLite::OPEN_READWRITE, busyLimit);
   database.exec("PRAGMA synchronous = OFF");
   database.exec(sql.toStdString());
 }
@@ -56,8 +57,7 @@ QVariant TempStore::value(const QString& sql) const {
 }
 
 QList<QVariantList> TempStore::rows(const QString& sql) const {
-  SQLite::Database database(path().toStdString(), SQLite::OPEN_READONLY);
-  database.setBusyTimeout(5000);
+  SQLite::Database database(path().toStdString(), SQLite::OPEN_READONLY, busyLimit);
   SQLite::Statement statement(database, sql.toStdString());
   QList<QVariantList> all;
   while (statement.executeStep()) {

@@ -69,7 +69,7 @@ class OnPortal : public TreeFixture, public testing::WithParamInterface<qint16> 
   }
   static double idOf(const TreeNode* node) { return Val(node->Key); }
   void waitForPost() {
-    ASSERT_TRUE(QTest::qWaitFor([this] { return !state.inetQuotes.StillExecuting(); }, 20'000));
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !state.inetQuotes.StillExecuting(); }, 60'000));
   }
 
   /// One cell as the portal tells it.

@@ -77,7 +77,7 @@ class KilledSave : public ClientFixture {
   void expectTheNextSaveToRepair() {
     QProcess saver;
     start(saver, 0);
-    ASSERT_TRUE(saver.waitForFinished(20'000));
+    ASSERT_TRUE(saver.waitForFinished(60'000));
     EXPECT_EQ(saver.exitCode(), 0);
     EXPECT_EQ(localCopy(), whole.last());
   }
@@ -105,7 +105,7 @@ TEST_F(KilledSave, AtEveryStepOnTheDiskLeavesWholeRowsAndTheNextSaveRepairsThem)
     restore();
     QProcess saver;
     start(saver, ++step);
-    ASSERT_TRUE(saver.waitForFinished(20'000));
+    ASSERT_TRUE(saver.waitForFinished(60'000));
     killed = saver.exitStatus() == QProcess::CrashExit;
     const QString left = localCopy();
     EXPECT_TRUE(whole.contains(left)) << "step " << step << ": " << left.toStdString();
@@ -130,7 +130,7 @@ TEST_F(KilledSave, AtEveryRequestLeavesTheOldCopyWholeAndTheNextSaveRepairsIt) {
     start(saver, 0);
     ASSERT_TRUE(portal.waitForRequests(last + 1));
     saver.kill();
-    ASSERT_TRUE(saver.waitForFinished(20'000));
+    ASSERT_TRUE(saver.waitForFinished(60'000));
     EXPECT_EQ(localCopy(), whole.first());
     expectTheNextSaveToRepair();
   }
