@@ -2,6 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <boost/asio/buffer.hpp>
+#include <boost/asio/io_context.hpp>
+#include <future>
 #include <thread>
 
 #include "OwnNetwork.h"
@@ -11,6 +15,7 @@
 using namespace qinghe::portal_server;
 using namespace std::chrono_literals;
 using Reply = ScriptedServer::Reply;
+using boost::asio::ip::tcp;
 
 namespace {
 
@@ -39,7 +44,7 @@ class ForeignPages : public testing::Test {
   }
 
   ScriptedServer server;
-  ForeignLimits limits{.time = 10s, .size = 100'000, .redirects = 3};
+  ForeignLimits limits{.time = 60s, .size = 100'000, .redirects = 3};
   std::atomic<bool> stop = false;
 };
 
@@ -121,8 +126,8 @@ TEST_F(ForeignPages, AreBoundedInTimeHoweverSlowlyTheyCome) {
   for (const Reply& reply : replies) {
     server.setHandler([reply](const QByteArray&) { return reply; });
     const auto began = std::chrono::steady_clock::now();
-    EXPECT_NE(fetch(address()).failure, "");
-    EXPECT_LT(std::chrono::steady_clock::now() - began, 5s);
+    EXPECT_EQ(fetch(address()).failure, "Timeout was reached");
+    EXPECT_LT(std::chrono::steady_clock::now() - began, 60s);
   }
 }
 
@@ -206,22 +211,30 @@ TEST_F(ForeignPages, ProxiesOfTheEnvironmentPlayNoPart) {
 }
 
 TEST_F(ForeignPages, HttpsIsSpokenAndACertificateThatNobodyVouchesForIsRefused) {
-  limits.time = 2s;
-  const auto page = fetch("https://127.0.0.1:" + std::to_string(server.port()) + "/");
+  boost::asio::io_context context;
+  tcp::acceptor acceptor(context, {boost::asio::ip::address_v4::loopback(), 0});
+  auto opening = std::async(std::launch::async, [&] {
+    std::array<char, 1000> bytes{};
+    const auto size = acceptor.accept().read_some(boost::asio::buffer(bytes));
+    return std::string(bytes.data(), size);
+  });
+  const auto page =
+      fetch("https://127.0.0.1:" + std::to_string(acceptor.local_endpoint().port()) + "/");
   EXPECT_NE(page.failure, "");
-  EXPECT_EQ(server.connectionCount(), 1);
-  EXPECT_TRUE(server.requests().isEmpty()) << "nothing goes out in the clear";
+  // Where nobody has come, this one ends the waiting.
+  tcp::socket(context).connect(acceptor.local_endpoint());
+  const std::string said = opening.get();
+  EXPECT_EQ(said.front(), '\x16') << "it offers to encrypt";
+  EXPECT_EQ(said.find("GET"), std::string::npos) << "nothing goes out in the clear";
 }
 
 TEST_F(ForeignPages, AStopEndsAFetchSoon) {
   server.setHandler([](const QByteArray&) { return Reply{.hang = true}; });
   std::thread stopper([&] {
-    server.waitForRequests(1);
+    EXPECT_TRUE(server.waitForRequests(1));
     stop = true;
   });
-  const auto began = std::chrono::steady_clock::now();
-  EXPECT_NE(fetch(address()).failure, "");
-  EXPECT_LT(std::chrono::steady_clock::now() - began, 5s);
+  EXPECT_EQ(fetch(address()).failure, "Operation was aborted by an application callback");
   stopper.join();
 }
 

@@ -2,6 +2,7 @@
 
 #include <QTemporaryDir>
 #include <boost/asio/io_context.hpp>
+#include <functional>
 #include <memory>
 #include <string>
 #include <thread>
@@ -12,8 +13,13 @@
 /// A server with demo data and limits of the test's own, in a thread of this process.
 class RunningServer {
  public:
+  /// What the portal sees of the store.
+  using StoreBetween =
+      std::function<std::unique_ptr<qinghe::portal_server::Store>(qinghe::portal_server::Store&)>;
+
   explicit RunningServer(qinghe::portal_server::Limits limits = {},
-                         qinghe::portal_server::HouseRules rules = {});
+                         qinghe::portal_server::HouseRules rules = {},
+                         const StoreBetween& between = {});
   ~RunningServer();
 
   unsigned short port() const { return port_; }
@@ -25,6 +31,7 @@ class RunningServer {
  private:
   QTemporaryDir folder_;
   std::unique_ptr<qinghe::portal_server::SqliteStore> store_;
+  std::unique_ptr<qinghe::portal_server::Store> between_;
   std::unique_ptr<qinghe::portal_server::Portal> portal_;
   std::unique_ptr<qinghe::portal_server::RequestLog> log_;
   boost::asio::io_context context_{1};

@@ -4,13 +4,14 @@
 
 #include <array>
 #include <boost/asio/write.hpp>
+#include <cerrno>
 #include <charconv>
 
 namespace asio = boost::asio;
 
 namespace {
 
-constexpr long limitSeconds = 20;
+constexpr long limitSeconds = 60;
 
 std::size_t contentLength(std::string_view head) {
   constexpr std::string_view name = "Content-Length: ";
@@ -47,6 +48,7 @@ bool WireClient::send(std::string_view bytes) {
 
 bool WireClient::readMore() {
   std::array<char, 65536> block{};
+  errno = 0;  // an end in order does not set it
   const ssize_t size = ::recv(socket_.native_handle(), block.data(), block.size(), 0);
   if (size <= 0) return false;
   buffer_.append(block.data(), static_cast<std::size_t>(size));

@@ -17,9 +17,10 @@ namespace {
 
 const std::string industries = "/_vti_login/_vti_detail_field_s.asp?STABLE=HAYE&STRDATA=id,haye,";
 
-Limits shortLimits() {
+Limits limitsWith(std::chrono::milliseconds foreignTime) {
   Limits limits;
-  limits.foreign.time = 500ms;
+  limits.foreign.time = foreignTime;
+  limits.farewell = 60s;
   return limits;
 }
 
@@ -72,7 +73,12 @@ class ForeignRelayByDefault : public ForeignRelay {
 
 class HurriedForeignRelay : public ForeignRelay {
  protected:
-  HurriedForeignRelay() : ForeignRelay(true, shortLimits()) {}
+  HurriedForeignRelay() : ForeignRelay(true, limitsWith(500ms)) {}
+};
+
+class PatientForeignRelay : public ForeignRelay {
+ protected:
+  PatientForeignRelay() : ForeignRelay(true, limitsWith(2min)) {}
 };
 
 TEST_F(ForeignRelay, HandsOverAListedPageAsItIsWithTheCharsetThatItDeclares) {
@@ -167,6 +173,11 @@ TEST_F(ForeignRelayByDefault, ItsOwnPageOfAServiceIsStillItsOwn) {
 TEST_F(HurriedForeignRelay, OthersAreServedWhileAPageKeepsWaiting) {
   elsewhere.setHandler([](const QByteArray&) { return Reply{.hang = true}; });
   client->send(relayRequest(address()));
+  // On a busy machine the time may be over before anything has been asked for elsewhere.
+  for (int i = 0; i < 100 && !elsewhere.waitForRequests(1, 1s); ++i) {
+    EXPECT_EQ(client->receive().status, 502U);
+    client->send(relayRequest(address()));
+  }
   ASSERT_TRUE(elsewhere.waitForRequests(1));
   WireClient other(portal.port());
   for (int i = 0; i < 20; ++i) EXPECT_EQ(other.get(industries).status, 200U);
@@ -175,7 +186,7 @@ TEST_F(HurriedForeignRelay, OthersAreServedWhileAPageKeepsWaiting) {
   EXPECT_FALSE(answer.text().marked);
 }
 
-TEST_F(ForeignRelay, OneClientKeepsOnlySoManyPagesWaiting) {
+TEST_F(PatientForeignRelay, OneClientKeepsOnlySoManyPagesWaiting) {
   elsewhere.setHandler([](const QByteArray&) { return Reply{.hang = true}; });
   std::vector<std::unique_ptr<WireClient>> waiting;
   for (std::size_t i = 0; i < Limits{}.foreignOfOneClient; ++i) {
@@ -187,16 +198,15 @@ TEST_F(ForeignRelay, OneClientKeepsOnlySoManyPagesWaiting) {
   EXPECT_EQ(client->get(industries).status, 200U);
 }
 
-TEST_F(ForeignRelay, AStopDoesNotWaitForAPage) {
+TEST_F(PatientForeignRelay, AStopDoesNotWaitForAPage) {
   elsewhere.setHandler([](const QByteArray&) { return Reply{.hang = true}; });
   client->send(relayRequest(address()));
   ASSERT_TRUE(elsewhere.waitForRequests(1));
-  const auto began = std::chrono::steady_clock::now();
   portal.stop();
-  EXPECT_LT(std::chrono::steady_clock::now() - began, 4s);
+  EXPECT_EQ(client->receive().status, 502U) << "cut off in the end";
 }
 
-TEST_F(ForeignRelay, AClientThatLeavesMeanwhileDisturbsNobody) {
+TEST_F(PatientForeignRelay, AClientThatLeavesMeanwhileDisturbsNobody) {
   elsewhere.setHandler([](const QByteArray&) { return Reply{.hang = true}; });
   client->send(relayRequest(address()));
   ASSERT_TRUE(elsewhere.waitForRequests(1));

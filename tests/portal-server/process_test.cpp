@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <atomic>
 #include <chrono>
+#include <deque>
 #include <thread>
 #include <vector>
 
@@ -37,8 +38,7 @@ std::string addTarget(const std::string& name) {
 }
 
 // Adds rows one after the other until the server is gone; the ids that were confirmed.
-std::vector<std::string> addUntilGone(unsigned short port, std::atomic<int>& confirmed) {
-  WireClient client(port);
+std::vector<std::string> addUntilGone(WireClient& client, std::atomic<int>& confirmed) {
   std::vector<std::string> ids;
   for (;;) {
     const AnswerText answer =
@@ -55,11 +55,14 @@ template <typename End>
 std::vector<std::string> savedAround(const PortalProcess& portal, End end) {
   std::atomic<int> confirmed = 0;
   std::vector<std::vector<std::string>> saved(4);
+  std::deque<WireClient> lines;
   std::vector<std::thread> clients;
   for (auto& ids : saved) {
-    clients.emplace_back([&, port = portOf(portal)] { ids = addUntilGone(port, confirmed); });
+    // Here, as a thread that is late may find nobody to connect to any more.
+    WireClient& line = lines.emplace_back(portOf(portal));
+    clients.emplace_back([&] { ids = addUntilGone(line, confirmed); });
   }
-  const auto limit = std::chrono::steady_clock::now() + std::chrono::seconds(60);
+  const auto limit = std::chrono::steady_clock::now() + std::chrono::minutes(5);
   while (confirmed < 100 && std::chrono::steady_clock::now() < limit) std::this_thread::yield();
   end();
   for (std::thread& client : clients) client.join();
@@ -83,7 +86,7 @@ int runProgram(const QStringList& arguments, QByteArray& output) {
   QProcess program;
   program.setProcessChannelMode(QProcess::MergedChannels);
   program.start(QStringLiteral(QINGHE_PORTAL_PROGRAM), arguments);
-  program.waitForFinished();
+  EXPECT_TRUE(program.waitForFinished(120'000));
   output = program.readAll();
   return program.exitStatus() == QProcess::NormalExit ? program.exitCode() : -1;
 }
@@ -166,7 +169,7 @@ TEST(PortalProgram, KeepsMessagesAsLongAsItsOperatorSays) {
     return std::find(all.begin(), all.end(), name) != all.end();
   };
   // What is old leaves right after the start.
-  const auto limit = std::chrono::steady_clock::now() + std::chrono::seconds(60);
+  const auto limit = std::chrono::steady_clock::now() + std::chrono::minutes(5);
   while (contains(senders(), "21") && std::chrono::steady_clock::now() < limit) {
     std::this_thread::yield();
   }

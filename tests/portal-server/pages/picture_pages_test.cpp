@@ -1,6 +1,7 @@
 #include "picture_pages.h"
 
 #include <QImageWriter>
+#include <atomic>
 #include <chrono>
 #include <future>
 #include <thread>
@@ -310,32 +311,36 @@ TEST_F(PictureWire, OthersReadAndWriteWhileAHugePictureIsDecoded) {
   WireClient uploading(server.port());
   uploading.get("/_vti_login/_vti_login2.asp?USER_NO=1001&USER_PASS=123456&SOFT_VER=1.0");
   const std::string huge = multipart(path, form(slowPicture()));
-  auto uploaded = std::async(std::launch::async, [&] {
-    unsigned status = 503;
-    // It is turned away for as long as a small one of the others is before it.
-    while (status == 503 && uploading.send(huge)) status = uploading.receive().status;
-    EXPECT_EQ(status, 303U);
-    return std::chrono::steady_clock::now();
-  });
-  // That no further picture is taken tells that this one is being decoded.
   WireClient other(server.port());
-  const auto limit = std::chrono::steady_clock::now() + std::chrono::seconds(20);
-  unsigned status = 0;
-  while (status != 503 && std::chrono::steady_clock::now() < limit) {
-    std::this_thread::sleep_for(std::chrono::milliseconds(2));
-    ASSERT_TRUE(other.send(multipart(path, form(testPicture("PNG", 2, 2)))));
-    status = other.receive().status;
+  // On a busy machine the others may get their turn too late to meet it; then it comes once more.
+  bool servedMeanwhile = false;
+  for (int attempt = 0; attempt < 10 && !servedMeanwhile; ++attempt) {
+    std::atomic<bool> isUp = false;
+    auto uploaded = std::async(std::launch::async, [&] {
+      unsigned status = 503;
+      // It is turned away for as long as a small one of the others is before it.
+      while (status == 503 && uploading.send(huge)) status = uploading.receive().status;
+      isUp = true;
+      return status;
+    });
+    // That no further picture is taken tells that this one is being decoded.
+    unsigned status = 0;
+    while (status != 503 && !isUp) {
+      std::this_thread::sleep_for(std::chrono::milliseconds(2));
+      ASSERT_TRUE(other.send(multipart(path, form(testPicture("PNG", 2, 2)))));
+      status = other.receive().status;
+    }
+    // Several, as the upload itself writes when it has been decoded.
+    for (const char* price : {"7", "8", "9"}) {
+      const auto saved = other.get("/_vti_product/_vti_add.asp?stable=ximu&" +
+                                   field("stother", "id=1 and qiye_id=1") + "&JIGEX=" + price);
+      EXPECT_EQ(saved.text().firstCell(), "1");
+    }
+    EXPECT_EQ(other.get("/link/help.asp").status, 200U);
+    servedMeanwhile = status == 503 && !isUp;
+    ASSERT_EQ(uploaded.get(), 303U);
   }
-  EXPECT_EQ(status, 503U) << "the huge picture was never seen being decoded";
-  // Several, as the upload itself writes when it has been decoded.
-  for (const char* price : {"7", "8", "9"}) {
-    const auto saved = other.get("/_vti_product/_vti_add.asp?stable=ximu&" +
-                                 field("stother", "id=1 and qiye_id=1") + "&JIGEX=" + price);
-    EXPECT_EQ(saved.text().firstCell(), "1");
-  }
-  EXPECT_EQ(other.get("/link/help.asp").status, 200U);
-  const auto othersDone = std::chrono::steady_clock::now();
-  EXPECT_LT(othersDone, uploaded.get());
+  EXPECT_TRUE(servedMeanwhile) << "the huge picture was never seen being decoded";
 }
 
 TEST_F(PictureWire, OnlySoManyPicturesWaitToBeDecoded) {
