@@ -1,6 +1,8 @@
 #include <QCoreApplication>
 #include <QTimer>
 #include <ctime>
+#include <future>
+#include <utility>
 
 #include "TransportFixture.h"
 #include "portal/RequestBuilder.h"
@@ -82,7 +84,7 @@ TEST_F(GetHtmlTest, APageOfMarksAloneIsUndoneInTimeThatGrowsWithItsLength) {
     return Clock::now() - start;
   };
   timeFor(1000);
-  EXPECT_LT(timeFor(2'000'000), 10s);
+  EXPECT_LT(timeFor(2'000'000), 50s);
 }
 
 TEST_F(GetHtmlTest, AnErrorPageIsAPageWithoutMarker) {
@@ -129,17 +131,20 @@ TEST_F(GetHtmlTest, AReadDuringAPostIsEmptyAtOnce) {
 }
 
 TEST_F(GetHtmlTest, ASecondPostWaitsForTheFirstWhileTheMessageLoopRuns) {
-  server.setHandler([](const QByteArray&) { return delayed(400ms, "ok"); });
+  AnswerGate gate;
+  answerBehind(gate, "ok");
   int ticks = 0;
   QTimer timer;
-  QObject::connect(&timer, &QTimer::timeout, &timer, [&] { ++ticks; });
+  QObject::connect(&timer, &QTimer::timeout, &timer, [&] {
+    if (++ticks == 20) gate.open();
+  });
   timer.start(20ms);
 
   html.PostUrl(url(u"p"_s), u"n=1"_s);
   const auto cpu = std::clock();
   html.PostUrl(url(u"p"_s), u"n=2"_s);
   const auto busy = static_cast<double>(std::clock() - cpu) / CLOCKS_PER_SEC;
-  EXPECT_GE(ticks, 2);
+  EXPECT_GE(ticks, 20);
   EXPECT_LT(busy, 0.3) << "the wait burns the processor";
   ASSERT_TRUE(server.waitForRequests(2));
   EXPECT_EQ(server.body(0), "n=1");
@@ -147,14 +152,20 @@ TEST_F(GetHtmlTest, ASecondPostWaitsForTheFirstWhileTheMessageLoopRuns) {
 }
 
 TEST_F(GetHtmlTest, PostsFromNestedHandlersAllGoOut) {
-  server.setHandler([](const QByteArray&) { return delayed(100ms, "ok"); });
+  AnswerGate gate;
+  answerBehind(gate, "ok");
   QObject context;
   html.PostUrl(url(u"p"_s), u"n=1"_s);
   QMetaObject::invokeMethod(
       &context,
       [&] {
         QMetaObject::invokeMethod(
-            &context, [&] { html.PostUrl(url(u"p"_s), u"n=3"_s); }, Qt::QueuedConnection);
+            &context,
+            [&] {
+              gate.open();
+              html.PostUrl(url(u"p"_s), u"n=3"_s);
+            },
+            Qt::QueuedConnection);
         html.PostUrl(url(u"p"_s), u"n=2"_s);
       },
       Qt::QueuedConnection);
@@ -163,22 +174,35 @@ TEST_F(GetHtmlTest, PostsFromNestedHandlersAllGoOut) {
 }
 
 TEST_F(GetHtmlTest, TheWaitOfAPostEndsWithTheTimeLimitOfAnotherThatHangs) {
-  server.setHandler([](const QByteArray& request) {
-    return request.endsWith("n=1") ? hanging() : delayed(0ms, "ok");
+  // On a busy machine the first one's time may be over before it has been sent.
+  std::promise<void> second;
+  server.setHandler([&second](const QByteArray& request) {
+    if (request.endsWith("n=1")) return hanging();
+    second.set_value();
+    return delayed(0ms, "ok");
   });
-  inet.timeLimit = 300ms;
+  const auto usual = std::exchange(inet.timeLimit, 300ms);
   html.PostUrl(url(u"p"_s), u"n=1"_s);
+  inet.timeLimit = usual;
   html.PostUrl(url(u"p"_s), u"n=2"_s);
-  EXPECT_TRUE(server.waitForRequests(2));
+  EXPECT_EQ(second.get_future().wait_for(30s), std::future_status::ready);
 }
 
 TEST_F(GetHtmlTest, APostFromAHandlerWithinAReadTakesTheReadToItsEnd) {
-  server.setHandler([](const QByteArray& request) {
-    return request.startsWith("GET") ? delayed(200ms, "read") : delayed(0ms, "posted");
+  AnswerGate gate;
+  server.setHandler([door = gate.door()](const QByteArray& request) {
+    if (!request.startsWith("GET")) return delayed(0ms, "posted");
+    door();
+    return delayed(0ms, "read");
   });
   QObject context;
   QMetaObject::invokeMethod(
-      &context, [&] { html.PostUrl(url(u"p"_s), u"n=1"_s); }, Qt::QueuedConnection);
+      &context,
+      [&] {
+        gate.open();
+        html.PostUrl(url(u"p"_s), u"n=1"_s);
+      },
+      Qt::QueuedConnection);
   EXPECT_EQ(html.GetUrl(2, url(u"x"_s)), u"read"_s);
   ASSERT_TRUE(server.waitForRequests(2));
   EXPECT_EQ(server.body(1), "n=1");

@@ -9,14 +9,17 @@ namespace {
 class InetFaults : public TransportFixture {
  protected:
   /// Fails, within the time, and leaves the control in working order.
-  void expectFailure(std::chrono::seconds limit = 10s) {
+  void expectFailure() {
     const auto start = Clock::now();
     EXPECT_THROW(inet.OpenURL(url(u"x"_s)), TransferError);
-    EXPECT_LT(Clock::now() - start, limit);
+    EXPECT_LT(Clock::now() - start, usualTimeLimit - 10s);
     EXPECT_FALSE(inet.StillExecuting());
+    inet.timeLimit = usualTimeLimit;
     server.answerWith({"well again"});
     EXPECT_EQ(inet.OpenURL(url(u"y"_s)), u"well again"_s);
   }
+
+  const std::chrono::milliseconds usualTimeLimit = inet.timeLimit;
 };
 
 struct BrokenRow {
@@ -76,7 +79,7 @@ INSTANTIATE_TEST_SUITE_P(Inet, BrokenAnswer, testing::ValuesIn(brokenRows),
 TEST_F(InetFaults, APortalThatIsDownIsAnErrorAtOnce) {
   const auto start = Clock::now();
   EXPECT_THROW(inet.OpenURL(u"HTTP://127.0.0.1:%1/x"_s.arg(deadPort())), TransferError);
-  EXPECT_LT(Clock::now() - start, 10s);
+  EXPECT_LT(Clock::now() - start, usualTimeLimit - 10s);
 }
 
 TEST_F(InetFaults, AnAnswerCutAtAnyPlaceIsAnError) {
@@ -144,7 +147,7 @@ TEST_F(InetFaults, AnEndlessBodyIsAnErrorAtTheLimit) {
 }
 
 TEST_F(InetFaults, EndlessChunksAreAnErrorAtTheLimit) {
-  inet.bodyLimit = 100'000;
+  inet.bodyLimit = 10'000;
   Reply reply;
   reply.head = chunked;
   reply.bytes = "4\r\nabcd\r\n";
@@ -252,7 +255,7 @@ TEST_F(Redirects, APostGoesOnAsAReadOrAsThePostItWas) {
     server.clear();
     redirect(status, "/to");
     inet.Execute(url(u"from"_s), u"POST"_s, u"a=1"_s, u""_s);
-    ASSERT_TRUE(inet.waitUntilFree(10s));
+    ASSERT_TRUE(inet.waitUntilFree(60s));
     const bool again = status.startsWith("307") || status.startsWith("308");
     EXPECT_EQ(requestLine(server, 1), again ? "POST /to HTTP/1.1" : "GET /to HTTP/1.1");
     EXPECT_EQ(server.body(1), again ? "a=1" : "");

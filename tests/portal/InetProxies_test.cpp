@@ -59,7 +59,7 @@ TEST_F(InetProxies, APostGoesThroughTheProxyToo) {
   inet.AccessType = 2;
   inet.Proxy = u"HTTP="_s + proxy.host();
   html.PostUrl(url(u"p"_s), u"a=1"_s);
-  ASSERT_TRUE(inet.waitUntilFree(10s));
+  ASSERT_TRUE(inet.waitUntilFree(60s));
   EXPECT_EQ(requestLine(proxy), "POST HTTP://" + server.host().toLatin1() + "/p HTTP/1.1");
   EXPECT_EQ(proxy.body(0), "a=1");
 }

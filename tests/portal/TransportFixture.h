@@ -1,11 +1,18 @@
 #pragma once
 
 #include <gtest/gtest.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <unistd.h>
 
 #include <QByteArray>
 #include <QHash>
 #include <QList>
 #include <chrono>
+#include <functional>
+#include <future>
+#include <list>
+#include <utility>
 
 #include "portal/GetHtml.h"
 #include "portal/Inet.h"
@@ -34,6 +41,50 @@ class ProxyEnvironment {
   QHash<QByteArray, QByteArray> saved_;
 };
 
+/// Holds an answer back until the test has seen what it wants to see before. Opens at its end.
+class AnswerGate {
+ public:
+  AnswerGate() = default;
+  ~AnswerGate() { open(); }
+  AnswerGate(const AnswerGate&) = delete;
+  AnswerGate& operator=(const AnswerGate&) = delete;
+
+  void open() {
+    if (!std::exchange(isOpen_, true)) promise_.set_value();
+  }
+  /// In front of an answer, for the server's thread, which may outlive the gate.
+  std::function<void()> door() const {
+    return [opening = opening_] { opening.wait_for(std::chrono::seconds(60)); };
+  }
+
+ private:
+  bool isOpen_ = false;
+  std::promise<void> promise_;
+  std::shared_future<void> opening_ = promise_.get_future().share();
+};
+
+/// A port that refuses whoever comes, and that nobody else gets meanwhile.
+class DeadPort {
+ public:
+  DeadPort() : socket_(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
+    address_.sin_family = AF_INET;
+    address_.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    socklen_t size = sizeof address_;
+    auto* raw = reinterpret_cast<sockaddr*>(&address_);
+    EXPECT_EQ(::bind(socket_, raw, size), 0);
+    EXPECT_EQ(::getsockname(socket_, raw, &size), 0);
+  }
+  ~DeadPort() { ::close(socket_); }
+  DeadPort(const DeadPort&) = delete;
+  DeadPort& operator=(const DeadPort&) = delete;
+
+  quint16 number() const { return ntohs(address_.sin_port); }
+
+ private:
+  int socket_;
+  sockaddr_in address_{};
+};
+
 /// A transfer control, a page reader on it, and a server to talk to.
 class TransportFixture : public testing::Test {
  protected:
@@ -57,6 +108,13 @@ class TransportFixture : public testing::Test {
     reply.keepAlive = keepAlive;
     answer(reply);
   }
+  /// Answers every request with the page once the gate is open.
+  void answerBehind(const AnswerGate& gate, const QByteArray& page) {
+    server.setHandler([door = gate.door(), page](const QByteArray&) {
+      door();
+      return delayed({}, page);
+    });
+  }
   static Reply hanging() {
     Reply reply;
     reply.hang = true;
@@ -74,11 +132,14 @@ class TransportFixture : public testing::Test {
     const auto request = recorder.requests().value(index);
     return request.left(request.indexOf("\r\n"));
   }
-  static quint16 deadPort() { return ScriptedServer().port(); }
+  quint16 deadPort() { return deadPorts_.emplace_back().number(); }
 
   ProxyEnvironment environment;
   ScriptedServer server;
   qinghe::PortalState state;
   qinghe::Inet inet;
   qinghe::GetHtml html{state, inet};
+
+ private:
+  std::list<DeadPort> deadPorts_;
 };
