@@ -31,22 +31,19 @@ class SecondMessenger {
     return says(u"done"_s);
   }
   bool says(const QString& line) {
-    return QTest::qWaitFor(
-        [&] {
-          while (process_.canReadLine())
-            lines_.append(QString::fromUtf8(process_.readLine()).trimmed());
-          return lines_.removeOne(line);
-        },
-        20'000);
+    return waitFor([&] {
+      while (process_.canReadLine())
+        lines_.append(QString::fromUtf8(process_.readLine()).trimmed());
+      return lines_.removeOne(line);
+    });
   }
   /// Whether it comes to list this partner.
   bool lists(const QString& item) {
-    return QTest::qWaitFor(
-        [&] { return tell(u"list"_s) && lines_.removeAll(u"listed "_s + item) > 0; });
+    return waitFor([&] { return tell(u"list"_s) && lines_.removeAll(u"listed "_s + item) > 0; });
   }
   bool ends() {
     process_.write("quit\n");
-    return process_.waitForFinished(10'000) && process_.exitCode() == 0;
+    return process_.waitForFinished(peerPatience) && process_.exitCode() == 0;
   }
   void kill() {
     process_.kill();
@@ -91,9 +88,9 @@ class TwoMessengers : public PeerFixture {
   /// Looks the other up, connects and greets it.
   void connectToSecond() {
     state.gPartnerId = 77;
-    screen().Timer1->setInterval(1);
+    screen().Timer1->setInterval(100);
     screen().showForm();
-    ASSERT_TRUE(QTest::qWaitFor([this] { return chooser() == connected; }));
+    ASSERT_TRUE(waitFor([this] { return chooser() == connected; }));
     // What is sent before the greeting has been read would be read as a part of it.
     ASSERT_TRUE(second.lists(u"1 ID|青禾书店"_s));
     screen().Timer1->setInterval(1000);
@@ -110,7 +107,7 @@ TEST_F(TwoMessengers, TalkBothWaysAndEachKeepsTheWholeConversation) {
   for (int i = 0; i < 25; ++i) {
     said.append(u"第%1句，你好"_s.arg(i));
     say(said.last());
-    ASSERT_TRUE(QTest::qWaitFor([&] { return count(second.store) == 2 * i + 1; })) << i;
+    ASSERT_TRUE(waitFor([&] { return count(second.store) == 2 * i + 1; })) << i;
     answered.append(u"答%1"_s.arg(i));
     ASSERT_TRUE(second.tell(u"say "_s + answered.last()));
     ASSERT_TRUE(comeRows(2 * i + 2)) << i;
@@ -126,20 +123,20 @@ TEST_F(TwoMessengers, TalkBothWaysAndEachKeepsTheWholeConversation) {
 TEST_F(TwoMessengers, WhenOneEndsTheOtherRelaysAndSaysThatNobodyAnswers) {
   connectToSecond();
   ASSERT_TRUE(second.ends());
-  ASSERT_TRUE(QTest::qWaitFor([this] { return socket(0).State() != SocketState::Connected; }));
+  ASSERT_TRUE(waitFor([this] { return socket(0).State() != SocketState::Connected; }));
   EXPECT_TRUE(isLoaded<frmPeer>());
   EXPECT_TRUE(rows().isEmpty()) << "a goodbye is no message";
   boxes->expect(Answer::Ok);
   say(u"还在吗"_s);
   EXPECT_EQ(rows(), QStringList{u"77|25|云集书社|青禾书店|（由服务器中转）还在吗"_s});
-  ASSERT_TRUE(QTest::qWaitFor([] { return !isLoaded<frmPeer>(); }));
+  ASSERT_TRUE(waitFor([] { return !isLoaded<frmPeer>(); }));
   EXPECT_EQ(boxes->texts(), QStringList{u"网络访问错误"_s});
 }
 
 TEST_F(TwoMessengers, WhenOneIsKilledTheOtherGoesOn) {
   connectToSecond();
   second.kill();
-  ASSERT_TRUE(QTest::qWaitFor([this] { return socket(0).State() != SocketState::Connected; }));
+  ASSERT_TRUE(waitFor([this] { return socket(0).State() != SocketState::Connected; }));
   EXPECT_TRUE(isLoaded<frmPeer>());
   EXPECT_TRUE(boxes->asked.isEmpty());
 }
@@ -161,7 +158,7 @@ TEST_F(TwoMessengers, TheGoodbyeOfAClosingWindowReachesTheOther) {
   ASSERT_TRUE(second.tell(u"show 0"_s));
   ASSERT_TRUE(unload<frmPeer>());
   // With the line gone the other's next message goes through the portal.
-  EXPECT_TRUE(QTest::qWaitFor([this] {
+  EXPECT_TRUE(waitFor([this] {
     second.tell(u"say 人呢"_s);
     return !contents(second.store, u"content LIKE '（由服务器中转）%'"_s).isEmpty();
   }));

@@ -47,7 +47,7 @@ class PeerSocketFixture : public testing::Test {
     return peer;
   }
   bool becomes(SocketState wanted) {
-    return QTest::qWaitFor([&] { return socket.State() == wanted; });
+    return waitFor([&] { return socket.State() == wanted; });
   }
   /// Until a connection to the partner's address has been refused, and so has one begun before.
   void waitForRefusal() const {

@@ -11,7 +11,13 @@
 namespace qinghe {
 
 /// Milliseconds; of use only on a machine that does much else.
-inline constexpr int peerPatience = 20'000;
+inline constexpr int peerPatience = 60'000;
+
+/// Whether it comes to this, the event loop running meanwhile.
+template <class Predicate>
+bool waitFor(Predicate predicate) {
+  return QTest::qWaitFor(predicate, peerPatience);
+}
 
 /// The far end of a line: bytes, and nothing that knows what they mean.
 class RawPeer {
@@ -26,8 +32,7 @@ class RawPeer {
       return socket_->state() == QAbstractSocket::ConnectedState ||
              socket_->state() == QAbstractSocket::UnconnectedState;
     };
-    return QTest::qWaitFor(settled, peerPatience) &&
-           socket_->state() == QAbstractSocket::ConnectedState;
+    return waitFor(settled) && socket_->state() == QAbstractSocket::ConnectedState;
   }
 
   void send(const QByteArray& bytes) {
@@ -41,7 +46,7 @@ class RawPeer {
       received_ += socket_->readAll();
       return received_.size() >= expected.size();
     };
-    const bool came = QTest::qWaitFor(enough, peerPatience);
+    const bool came = waitFor(enough);
     const QByteArray got = std::exchange(received_, {});
     if (came && got == expected) return testing::AssertionSuccess();
     return testing::AssertionFailure()
@@ -53,7 +58,7 @@ class RawPeer {
       received_ += socket_->readAll();
       return socket_->state() == QAbstractSocket::UnconnectedState;
     };
-    return QTest::qWaitFor(ended, peerPatience);
+    return waitFor(ended);
   }
   bool isUp() const { return socket_->state() == QAbstractSocket::ConnectedState; }
   void close() { socket_->disconnectFromHost(); }
@@ -99,7 +104,7 @@ class RawListener {
 
  private:
   bool comes() {
-    return QTest::qWaitFor([this] { return server_.hasPendingConnections(); }, peerPatience);
+    return waitFor([this] { return server_.hasPendingConnections(); });
   }
 
   QTcpServer server_;

@@ -69,7 +69,7 @@ TEST_F(PeerActivate, APartnerToldAsOfflineIsListedAndNotTried) {
 TEST_F(PeerActivate, APartnerWhoIsConnectedInboundIsNotLookedUp) {
   const auto peer = inbound();
   peer->send("77@Li,LINK");
-  ASSERT_TRUE(QTest::qWaitFor([this] { return chooser().size() == 1; }));
+  ASSERT_TRUE(waitFor([this] { return chooser().size() == 1; }));
   screen().hideForm();
   state.gPartnerId = 77;
   screen().showForm();
@@ -226,7 +226,7 @@ TEST_F(PeerTimer1, RealTicksGiveTheSilentAddressUp) {
   state.gPartnerId = 77;
   screen().Timer1->setInterval(20);
   screen().showForm();
-  EXPECT_TRUE(QTest::qWaitFor([this] { return !screen().Timer1->isEnabled(); }));
+  EXPECT_TRUE(waitFor([this] { return !screen().Timer1->isEnabled(); }));
   EXPECT_EQ(socket(0).State(), SocketState::Closed);
 }
 
@@ -254,7 +254,7 @@ TEST_F(PeerError, ARefusedConnectionSaysSoAndUnloadsAndTheNextShowListensAgain) 
   boxes->expect(Answer::Ok);
   screen().showForm();
   state.gPeers[0].online = true;
-  ASSERT_TRUE(QTest::qWaitFor([] { return !isLoaded<frmPeer>(); }));
+  ASSERT_TRUE(waitFor([] { return !isLoaded<frmPeer>(); }));
   ASSERT_EQ(boxes->asked.size(), 1);
   EXPECT_EQ(boxes->asked[0].text, u"网络访问错误"_s);
   EXPECT_EQ(boxes->asked[0].title, QString());
@@ -271,7 +271,7 @@ TEST_F(PeerError, ANameThatIsNoneIsOneToo) {
   portal.answerWith({page({{u"云集书社"_s, u"a host that is none"_s, u"True"_s}})});
   boxes->expect(Answer::Ok);
   screen().showForm();
-  EXPECT_TRUE(QTest::qWaitFor([] { return !isLoaded<frmPeer>(); }));
+  EXPECT_TRUE(waitFor([] { return !isLoaded<frmPeer>(); }));
 }
 
 TEST_F(PeerError, WhileItsBoxStandsTheNextOneIsSilentAndNothingRunsIntoTheClosedWindow) {
@@ -284,7 +284,7 @@ TEST_F(PeerError, WhileItsBoxStandsTheNextOneIsSilentAndNothingRunsIntoTheClosed
   screen().showForm();
   PeerSocket* sockets[] = {&socket(0), &socket(1)};
   QPointer<frmPeer> form(&screen());
-  ASSERT_TRUE(QTest::qWaitFor([] { return !isLoaded<frmPeer>(); }));
+  ASSERT_TRUE(waitFor([] { return !isLoaded<frmPeer>(); }));
   EXPECT_EQ(boxes->asked.size(), 1);
   if (form != nullptr) {
     emit sockets[0]->Error(u"late"_s);
@@ -358,7 +358,7 @@ TEST_F(PeerUnload, ALineThatIsDownGetsNoGoodbyeAndAPartnerWhoDoesNotReadHoldsNob
   QElapsedTimer clock;
   clock.start();
   ASSERT_TRUE(unload<frmPeer>());
-  EXPECT_LT(clock.elapsed(), 10'000);
+  EXPECT_LT(clock.elapsed(), 25'000);
 }
 
 }  // namespace

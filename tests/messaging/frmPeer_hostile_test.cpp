@@ -66,7 +66,7 @@ TEST_F(PeerHostile, AMegabyteInOneWriteIsReadInBoundedPieces) {
   countArrivals();
   const QByteArray whole = "77@Li," + QByteArray(qsizetype{1} << 20, 'x');
   peer->send(whole);
-  ASSERT_TRUE(QTest::qWaitFor([&] { return arrived == whole.size(); }));
+  ASSERT_TRUE(waitFor([&] { return arrived == whole.size(); }));
   EXPECT_LE(largest, frameLimit);
   ASSERT_EQ(rows().size(), 1) << "the other pieces are no frames";
   EXPECT_LE(store.value(u"SELECT length(content) FROM XIXI"_s).toInt(), frameLimit - 6);
@@ -85,7 +85,7 @@ TEST_F(PeerHostile, EveryByteValueIsSurvived) {
 TEST_F(PeerHostile, ANameOfManyLinesStaysOneLineInTheChooser) {
   const auto peer = inbound();
   peer->send("77@" + QByteArray("line\r\n").repeated(5000) + ",LINK");
-  ASSERT_TRUE(QTest::qWaitFor([this] { return screen().ImageCombo1->itemCount() == 1; }));
+  ASSERT_TRUE(waitFor([this] { return screen().ImageCombo1->itemCount() == 1; }));
   EXPECT_LE(screen().ImageCombo1->itemText(0).size(), 100);
   EXPECT_FALSE(screen().ImageCombo1->itemText(0).contains(u'\n'));
   EXPECT_EQ(screen().ImageCombo1->text(0).size(), 30'000);
@@ -124,7 +124,7 @@ TEST_F(PeerHostile, AFloodOfConnectionsIsLetInOnce) {
     });
     return settled && up == 1;
   };
-  ASSERT_TRUE(QTest::qWaitFor(onlyOneIsUp, peerPatience));
+  ASSERT_TRUE(waitFor(onlyOneIsUp));
   EXPECT_EQ(screen().socketCount(), 2);
   EXPECT_EQ(screen().mPeerCount, 2);
 }
@@ -148,7 +148,7 @@ TEST_F(PeerHostile, AStoreThatCannotBeWrittenLosesOnlyTheRow) {
   store.exec(
       u"CREATE TRIGGER no BEFORE INSERT ON XIXI BEGIN SELECT RAISE(ABORT,'disk full'); END"_s);
   peer->send("77@Li,one");
-  ASSERT_TRUE(QTest::qWaitFor([this] { return !log(1).isEmpty(); }));
+  ASSERT_TRUE(waitFor([this] { return !log(1).isEmpty(); }));
   EXPECT_TRUE(rows().isEmpty());
   store.exec(u"DROP TRIGGER no"_s);
   peer->send("77@Li,two");

@@ -22,7 +22,7 @@ TEST_F(PeerInbox, WithNobodyLoggedInTheTimerDoesNothingAndGoesOn) {
   int ticks = 0;
   QObject::connect(screen().Timer3, &FormTimer::timer, screen().Timer3, [&ticks] { ++ticks; });
   screen().Timer3->setInterval(1);
-  ASSERT_TRUE(QTest::qWaitFor([&ticks] { return ticks >= 5; }));
+  ASSERT_TRUE(waitFor([&ticks] { return ticks >= 5; }));
   EXPECT_TRUE(portal.requests().isEmpty());
   EXPECT_TRUE(screen().Timer3->isEnabled());
   EXPECT_FALSE(screen().isVisible());
@@ -30,7 +30,7 @@ TEST_F(PeerInbox, WithNobodyLoggedInTheTimerDoesNothingAndGoesOn) {
 
 TEST_F(PeerInbox, OnceSomebodyIsLoggedInItIsReadExactlyOnce) {
   screen().Timer3->setInterval(1);
-  ASSERT_TRUE(QTest::qWaitFor([this] { return screen().isVisible(); }));
+  ASSERT_TRUE(waitFor([this] { return screen().isVisible(); }));
   EXPECT_FALSE(screen().Timer3->isEnabled());
   EXPECT_EQ(targets(), QStringList{inboxTarget});
 }

@@ -15,7 +15,7 @@ class PeerReceive : public PeerFixture {
   bool arrives(const QByteArray& bytes) {
     screen().hideForm();
     peer->send(bytes);
-    return QTest::qWaitFor([this] { return screen().isVisible(); });
+    return waitFor([this] { return screen().isVisible(); });
   }
 
   /// The same with the window in front all along, so that it is not activated.
@@ -25,7 +25,7 @@ class PeerReceive : public PeerFixture {
                                         [&handled] { handled = true; });
     screen().showForm();
     peer->send(bytes);
-    const bool came = QTest::qWaitFor([&handled] { return handled; });
+    const bool came = waitFor([&handled] { return handled; });
     QObject::disconnect(watch);
     return came;
   }

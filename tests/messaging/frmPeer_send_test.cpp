@@ -54,7 +54,7 @@ TEST_F(PeerSend, ATextThatSaysTheGoodbyeIsAMessageHereAndNoneThere) {
 TEST_F(PeerSend, ToAnInboundPartnerItGoesOverThatLine) {
   const auto peer = inbound();
   peer->send("77@Li,LINK");
-  ASSERT_TRUE(QTest::qWaitFor([this] { return chooser().size() == 1; }));
+  ASSERT_TRUE(waitFor([this] { return chooser().size() == 1; }));
   say(u"hi"_s);
   EXPECT_TRUE(peer->gets(frame(u"hi"_s)));
   EXPECT_TRUE(onTop(1, u"发送：Li"_s, u"hi\r\n\r\n"_s));
@@ -105,10 +105,11 @@ TEST_F(PeerSend, ARelayedMessageTriesToBringTheLineUp) {
   EXPECT_EQ(socket(0).State(), SocketState::Closed) << "told as offline it is not tried";
   EXPECT_EQ(chooser(), QStringList{u"0 ID|云集书社|NL*"_s}) << "but stays listed";
   RawListener listener(state.peerPort);
-  screen().Timer1->setInterval(1);
+  screen().Timer1->setInterval(never);
   say(u"一"_s);
   const auto peer = listener.take();
   ASSERT_NE(peer, nullptr);
+  findLineUp();
   EXPECT_TRUE(peer->gets(frame(u"LINK"_s)));
   EXPECT_EQ(chooser(), QStringList{u"0 ID|云集书社|LK*"_s});
   say(u"二"_s);
@@ -131,7 +132,7 @@ TEST_F(PeerSend, ForAnotherSlotTheRelayStillDialsSlotZeroWhoseStandingLineGetsAS
   const auto partner = outbound();
   auto other = inbound();
   other->send("88@Wu,LINK");
-  ASSERT_TRUE(QTest::qWaitFor([this] { return chooser().size() == 2; }));
+  ASSERT_TRUE(waitFor([this] { return chooser().size() == 2; }));
   EXPECT_EQ(screen().ImageCombo1->key(screen().ImageCombo1->selectedRow()), u"1 ID"_s);
   other->close();
   ASSERT_TRUE(becomes(1, SocketState::Closing));
@@ -149,11 +150,12 @@ TEST_F(PeerSend, AfterTheOtherEndHasGoneItIsRelayedAndTheLineComesUpAgain) {
   outbound()->close();
   ASSERT_TRUE(becomes(0, SocketState::Closing));
   RawListener listener(state.peerPort);
-  screen().Timer1->setInterval(1);
+  screen().Timer1->setInterval(never);
   say(u"一"_s);
   EXPECT_EQ(rows(), QStringList{u"77|25|云集书社|青禾书店|（由服务器中转）一"_s});
   const auto peer = listener.take();
   ASSERT_NE(peer, nullptr);
+  findLineUp();
   EXPECT_TRUE(peer->gets(frame(u"LINK"_s)));
 }
 
@@ -161,7 +163,7 @@ TEST_F(PeerSend, SelectingAPartnerBringsItsLogToTheTop) {
   const auto partner = outbound();
   const auto other = inbound();
   other->send("88@Wu,LINK");
-  ASSERT_TRUE(QTest::qWaitFor([this] { return chooser().size() == 2; }));
+  ASSERT_TRUE(waitFor([this] { return chooser().size() == 2; }));
   EXPECT_TRUE(isOnTop(1)) << "somebody spoke there";
   screen().ImageCombo1->setSelectedRow(0);
   EXPECT_TRUE(isOnTop(1)) << "code selects in silence";
@@ -175,7 +177,7 @@ TEST_F(PeerSend, TheLogOfTheOneItWasSentToComesToTheTop) {
   const auto partner = outbound();
   const auto other = inbound();
   other->send("88@Wu,LINK");
-  ASSERT_TRUE(QTest::qWaitFor([this] { return chooser().size() == 2; }, peerPatience));
+  ASSERT_TRUE(waitFor([this] { return chooser().size() == 2; }));
   screen().ImageCombo1->setSelectedRow(0);
   ASSERT_TRUE(isOnTop(1));
   say(u"hi"_s);

@@ -79,8 +79,8 @@ TEST_F(History, TheFirstColumnIsAsWideAsItsListButForAMargin) {
 }
 
 TEST_F(History, TheTimesAreWideAndTheWindowHasRoomForTheSubjectsBesideThem) {
-  EXPECT_TRUE(QTest::qWaitFor(
-      [this] { return messages().header()->length() == messages().viewport()->width(); }));
+  EXPECT_TRUE(
+      waitFor([this] { return messages().header()->length() == messages().viewport()->width(); }));
   messages().setSpreadsColumns(false);
   EXPECT_GT(messages().columnWidth(0), 150);
 }

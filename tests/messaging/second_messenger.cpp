@@ -38,7 +38,7 @@ void obey(const QString& line) {
   const QString rest = line.section(u' ', 1);
   if (line.startsWith(u"show "_s)) {
     app().gPartnerId = rest.toInt();
-    form.Timer1->setInterval(1);
+    form.Timer1->setInterval(100);
     form.hideForm();
     form.showForm();
   } else if (line.startsWith(u"say "_s)) {
