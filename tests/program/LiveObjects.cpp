@@ -9,6 +9,7 @@
 #include <QThread>
 #include <QWidget>
 #include <mutex>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -58,13 +59,10 @@ LiveObjects::~LiveObjects() {
 }
 
 QStringList LiveObjects::leftOver() const {
-  QSet<QObject*> now;
-  {
-    const std::lock_guard lock(mutex);
-    now = live;
-  }
   QStringList lines;
-  for (QObject* object : now) {
+  // An object that another thread destroys meanwhile waits in its destructor.
+  const std::lock_guard lock(mutex);
+  for (QObject* object : std::as_const(live)) {
     if (counts(object)) lines.append(described(object));
   }
   lines.sort();
@@ -72,5 +70,5 @@ QStringList LiveObjects::leftOver() const {
 }
 
 bool LiveObjects::becomesEmpty() const {
-  return QTest::qWaitFor([this] { return leftOver().isEmpty(); }, 10'000);
+  return QTest::qWaitFor([this] { return leftOver().isEmpty(); }, 60'000);
 }

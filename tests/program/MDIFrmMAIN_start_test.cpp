@@ -80,7 +80,8 @@ TEST_F(Start, OneSecondLaterTheLoginComesUpAndTheSplashGoes) {
   EXPECT_TRUE(frame->Timer1->isEnabled());
   EXPECT_FALSE(isLoaded<frmLogin_qy>());
   frame->Timer1->setInterval(1);
-  ASSERT_TRUE(QTest::qWaitFor([] { return isLoaded<frmLogin_qy>() && !isLoaded<frmSplash>(); }));
+  ASSERT_TRUE(
+      QTest::qWaitFor([] { return isLoaded<frmLogin_qy>() && !isLoaded<frmSplash>(); }, 60'000));
   EXPECT_FALSE(frame->Timer1->isEnabled());
   EXPECT_TRUE(defaultInstance<frmLogin_qy>().isVisible());
   EXPECT_EQ(defaultInstance<frmLogin_qy>().windowModality(), Qt::NonModal);

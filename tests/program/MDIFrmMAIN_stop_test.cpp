@@ -71,7 +71,7 @@ TEST_F(Stop, APortalThatNeverAnswersIsWaitedForOnlyToTheLimit) {
   QElapsedTimer clock;
   clock.start();
   EXPECT_TRUE(frame->close());
-  EXPECT_LT(clock.elapsed(), 5000);
+  EXPECT_LT(clock.elapsed(), 30'000);
 }
 
 TEST_F(Stop, InModeZeroNoLogoutIsSent) {

@@ -61,7 +61,7 @@ class AllCommands : public MainWindowFixture, public testing::WithParamInterface
     });
     closer_.start(20ms);
     state.peerAddress = u"127.0.0.1"_s;
-    state.peerPort = ScriptedServer().port();
+    state.peerPort = 0;
     setUpPortal();
   }
 
@@ -71,7 +71,7 @@ class AllCommands : public MainWindowFixture, public testing::WithParamInterface
         state.settings.set(u"WebServer"_s, realPortal->host());
         break;
       case PortalIs::Down:
-        state.settings.set(u"WebServer"_s, ScriptedServer().host());
+        state.settings.set(u"WebServer"_s, u"127.0.0.1:1"_s);
         break;
       case PortalIs::Silent:
         portal.setHandler([](const QByteArray&) { return ScriptedServer::Reply{.hang = true}; });
@@ -125,14 +125,14 @@ class AllCommands : public MainWindowFixture, public testing::WithParamInterface
       QCoreApplication::processEvents();
       EXPECT_TRUE(withoutScreen.contains(command.name) || !openForms().isEmpty());
       leaveScreens();
-      EXPECT_TRUE(QTest::qWaitFor([this] { return openForms().isEmpty(); }))
+      EXPECT_TRUE(QTest::qWaitFor([this] { return openForms().isEmpty(); }, 60'000))
           << openForms().join(u' ').toStdString();
       ++opened;
     }
     EXPECT_GT(opened, 25);
     openAndLeaveHelp();
-    EXPECT_TRUE(
-        QTest::qWaitFor([this] { return frame->findChildren<QMdiSubWindow*>().isEmpty(); }));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return frame->findChildren<QMdiSubWindow*>().isEmpty(); },
+                                60'000));
     EXPECT_TRUE(frame->close());
     frame.reset();
   }
@@ -143,7 +143,7 @@ class AllCommands : public MainWindowFixture, public testing::WithParamInterface
     state.openHelp();
     EXPECT_EQ(openForms(), QStringList(u"frmHELP"_s));
     leaveScreens();
-    EXPECT_TRUE(QTest::qWaitFor([this] { return openForms().isEmpty(); }));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return openForms().isEmpty(); }, 60'000));
   }
 
   static std::unique_ptr<PortalProcess> realPortal;

@@ -78,7 +78,7 @@ TEST_P(Trade, ADemoCompanyLogsInAddsAGoodsRowAndFindsItOnThePortal) {
 
   const int portalId = store.value(u"SELECT R_ID FROM XIMU"_s).toInt();
   ASSERT_GT(portalId, 0);
-  ASSERT_TRUE(QTest::qWaitFor([this] { return !state.inetQuotes.StillExecuting(); }));
+  ASSERT_TRUE(QTest::qWaitFor([this] { return !state.inetQuotes.StillExecuting(); }, 60'000));
   state.gUnicode = 2;
   // The reader takes a bare angle bracket for a tag, so "<译注>" is gone from what it hands out.
   EXPECT_EQ(onPortal(portalId),
@@ -87,7 +87,7 @@ TEST_P(Trade, ADemoCompanyLogsInAddsAGoodsRowAndFindsItOnThePortal) {
   goods.txtFields(2)->setText(u"论语译注"_s);
   press(u"Save"_s);
   EXPECT_EQ(store.value(u"SELECT R_ID FROM XIMU"_s).toInt(), portalId) << "the same portal row";
-  ASSERT_TRUE(QTest::qWaitFor([this] { return !state.inetQuotes.StillExecuting(); }));
+  ASSERT_TRUE(QTest::qWaitFor([this] { return !state.inetQuotes.StillExecuting(); }, 60'000));
   EXPECT_EQ(onPortal(portalId).value(0), u"论语译注"_s);
 }
 

@@ -15,17 +15,26 @@ namespace qinghe {
 /// Pickers, driven through their controls while they are shown modally.
 class PickerFixture : public ClientFixture {
  protected:
-  /// Runs the steps in the next modal form of this class, once it is shown, and ends a form that
-  /// they leave on the screen.
+  ~PickerFixture() override { EXPECT_EQ(awaited_, 0) << "a form was never shown"; }
+
+  /// Runs the steps in the next modal form of this class, once it is shown and no portal read runs,
+  /// and ends a form that they leave on the screen.
   template <class Screen>
   void whileShown(const std::function<void(Screen&)>& steps) {
     auto& form = defaultInstance<Screen>();
-    QTimer::singleShot(0, &form, [&form, steps] {
-      ASSERT_TRUE(form.isVisible());
+    ++awaited_;
+    auto* look = new QTimer(&form);
+    // A read on the way to it takes time on a busy machine, and timers run meanwhile.
+    look->callOnTimeout(&form, [this, &form, look, steps] {
+      if (!form.isVisible() || state.forms.gate.isHeld()) return;
+      look->stop();
+      look->deleteLater();
+      --awaited_;
       QApplication::setActiveWindow(&form);
       steps(form);
       form.hideForm();
     });
+    look->start(1);
   }
 
   /// Opens the picker as a screen does and gives what the screen gets.
@@ -48,6 +57,9 @@ class PickerFixture : public ClientFixture {
     QTest::mouseClick(list->viewport(), Qt::LeftButton, Qt::NoModifier,
                       list->viewport()->rect().bottomLeft() + QPoint(5, -5));
   }
+
+ private:
+  int awaited_ = 0;
 };
 
 }  // namespace qinghe

@@ -2,6 +2,9 @@
 
 #include <QPointer>
 #include <QTimer>
+#include <atomic>
+#include <chrono>
+#include <future>
 
 #include "RegistrationFixture.h"
 
@@ -58,21 +61,33 @@ TEST_F(SavedRecord, TheLongTextsFollowAsTwoPosts) {
 
 TEST_F(SavedRecord, TheScreenMayBeClosedWhileTheUsersTextWaitsForTheIntroduction) {
   newCompany({});
-  portal.setHandler([](const QByteArray& request) {
-    ScriptedServer::Reply reply{.bytes = ScriptedServer::ok(ScriptedServer::table({accountRow()}))};
-    if (request.contains("&JISH=")) reply.delay = std::chrono::milliseconds(200);
-    return reply;
+  std::atomic<bool> isUnderWay = false;
+  std::promise<void> left;
+  portal.setHandler([&isUnderWay, leaving = left.get_future().share()](const QByteArray& request) {
+    if (request.contains("&JISH=")) {
+      isUnderWay = true;
+      leaving.wait_for(std::chrono::seconds(60));
+    }
+    return ScriptedServer::Reply{.bytes =
+                                     ScriptedServer::ok(ScriptedServer::table({accountRow()}))};
   });
   const QPointer<FrmRegister_QY> form = &screen();
   boxes->expect(Answer::No);
-  QTimer::singleShot(0, &state.tray, [this] { press(u"Exit"_s); });
+  QTimer look;
+  look.callOnTimeout(&look, [&] {
+    if (!isUnderWay) return;
+    look.stop();
+    press(u"Exit"_s);
+    left.set_value();
+  });
+  look.start(1);
   press(u"Save"_s);
   EXPECT_FALSE(isLoaded<FrmRegister_QY>());
   ASSERT_TRUE(portal.waitForRequests(3));
   EXPECT_TRUE(portal.body(2).endsWith("&YHLY=" + UrlEncodeField(u"留言 & 三"_s).toLatin1()));
   EXPECT_EQ(notices, QStringList{taken});
   EXPECT_EQ(localRow(), QVariantList({13, u"1013"_s, u"0571-5550"_s, u"geheim"_s}));
-  EXPECT_TRUE(QTest::qWaitFor([&] { return form.isNull(); })) << "and it goes in the end";
+  EXPECT_TRUE(QTest::qWaitFor([&] { return form.isNull(); }, 60'000)) << "and it goes in the end";
 }
 
 TEST_F(SavedRecord, TheAnswerLogsTheNewCompanyInButForModeAndLocalId) {

@@ -55,7 +55,7 @@ class NewCompany : public RegistrationFixture, public testing::WithParamInterfac
   }
 
   bool isIdle() {
-    return QTest::qWaitFor([this] { return !state.inetQuotes.StillExecuting(); });
+    return QTest::qWaitFor([this] { return !state.inetQuotes.StillExecuting(); }, 60'000);
   }
 
   PortalProcess running;
