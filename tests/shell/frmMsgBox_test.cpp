@@ -76,15 +76,20 @@ TEST_F(frmMsgBoxTest, ShowsItsThreeLinesAndBlocksWhatStandsBehind) {
 }
 
 TEST_F(frmMsgBoxTest, ClosesWithEscape) {
+  int presses = 0;
   QTimer watch;
   QObject::connect(&watch, &QTimer::timeout, &watch, [&] {
     if (!isLoaded<frmMsgBox>() || !defaultInstance<frmMsgBox>().isVisible()) return;
-    QTest::keyClick(&defaultInstance<frmMsgBox>(), Qt::Key_Escape);
+    if (++presses == 1) {
+      QTest::keyClick(&defaultInstance<frmMsgBox>(), Qt::Key_Escape);
+    } else {
+      defaultInstance<frmMsgBox>().unload();
+    }
   });
   watch.start(5);
   defaultInstance<frmMsgBox>().Timer1->setEnabled(false);  // the key alone closes it
   showNotice(u"一"_s);
-  EXPECT_FALSE(isLoaded<frmMsgBox>());
+  EXPECT_EQ(presses, 1);
 }
 
 TEST_F(frmMsgBoxTest, ANoticeWhileOneStandsChangesItsLinesAndDoesNotWait) {
