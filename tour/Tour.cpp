@@ -12,10 +12,10 @@ namespace qinghe {
 using namespace Qt::StringLiterals;
 
 namespace {
-constexpr int tickLength = 50;        // milliseconds
-constexpr int settlingTicks = 2;      // until the focus stands where a step brought it
-constexpr int paintingTicks = 6;      // until the windows have painted what a step did
-constexpr qint64 stepLimit = 30'000;  // milliseconds
+constexpr int tickLength = 50;         // milliseconds
+constexpr int settlingTicks = 2;       // until the focus stands where a step brought it
+constexpr int paintingTicks = 6;       // until the windows have painted what a step did
+constexpr qint64 stepLimit = 120'000;  // milliseconds
 }  // namespace
 
 Tour::Tour(QList<TourStep> steps, const QString& files) : steps_(std::move(steps)), files_(files) {

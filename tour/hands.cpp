@@ -11,6 +11,7 @@
 #include <QTest>
 
 #include "account/frmLogin_qy.h"
+#include "forms/FormTimer.h"
 #include "shell/AppState.h"
 #include "shell/frmMsgBox.h"
 #include "shell/frmSplash.h"
@@ -38,6 +39,19 @@ class TourPrompts : public DesktopPrompts {
 
  private:
   QString files_;
+};
+
+/// Takes each notice's time away when it comes.
+class NoticeKeeper : public QObject {
+ public:
+  using QObject::QObject;
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() != QEvent::Show) return false;
+    if (auto* notice = dynamic_cast<frmMsgBox*>(watched)) notice->Timer1->setEnabled(false);
+    return false;
+  }
 };
 
 }  // namespace
@@ -119,9 +133,16 @@ bool isLoggedIn() {
   return !isLoaded<frmMsgBox>() && app().gLoggedIn;
 }
 
+void keepPassingWindows(MDIFrmMAIN& frame) {
+  frame.Timer1->setEnabled(false);
+  qApp->installEventFilter(new NoticeKeeper(qApp));
+}
+
 QList<TourStep> startSteps(const QString& files) {
-  return {{u"splash"_s, isShown<frmSplash>,
-           [files] { app().forms.prompts = std::make_unique<TourPrompts>(files); }}};
+  return {{u"splash"_s, isShown<frmSplash>, [files] {
+             app().forms.prompts = std::make_unique<TourPrompts>(files);
+             frame().Timer1->setEnabled(true);
+           }}};
 }
 
 QList<TourStep> logInSteps(const QString& user, const QString& password) {

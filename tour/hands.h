@@ -46,6 +46,9 @@ bool isShown() {
 /// Whether the user is in, with nothing before the main window.
 bool isLoggedIn();
 
+/// Keeps the splash and each notice, which go by themselves, until a step has seen them: on a busy
+/// machine that may be late.
+void keepPassingWindows(MDIFrmMAIN& frame);
 /// The splash. The path of what is saved begins with `files`.
 QList<TourStep> startSteps(const QString& files);
 /// Login and notice, up to the bare main window.

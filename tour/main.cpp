@@ -42,7 +42,9 @@ int main(int argc, char** argv) {
   if (!act->password.isEmpty()) steps += qinghe::logInSteps(act->desk, act->password);
   qinghe::Tour tour(steps + act->steps(), files);
   tour.setTakesPictures(argc < 4 || std::strcmp(argv[3], "--no-pictures") != 0);
-  const int code =
-      qinghe::runClient(application, argv[0], [&tour](qinghe::MDIFrmMAIN&) { tour.start(); });
+  const int code = qinghe::runClient(application, argv[0], [&tour](qinghe::MDIFrmMAIN& frame) {
+    qinghe::keepPassingWindows(frame);
+    tour.start();
+  });
   return tour.isFailed() ? 1 : code;
 }

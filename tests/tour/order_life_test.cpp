@@ -38,7 +38,7 @@ class Desk {
     process.setProcessEnvironment(environment);
     process.setProcessChannelMode(QProcess::ForwardedChannels);
     process.start(store.directory() + u"/qinghe-tour"_s, {folder_.path(), act, u"--no-pictures"_s});
-    ASSERT_TRUE(process.waitForFinished(120'000));
+    ASSERT_TRUE(process.waitForFinished(600'000));
     ASSERT_EQ(process.exitStatus(), QProcess::NormalExit);
     ASSERT_EQ(process.exitCode(), 0);
   }
