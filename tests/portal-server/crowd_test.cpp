@@ -57,6 +57,7 @@ TEST(Crowd, WhoIsIdleLongestMakesRoomForTheNextOne) {
 TEST(Crowd, NobodyIsCutInTheMiddleOfARequest) {
   Limits limits;
   limits.connections = 3;
+  limits.transfer = 10min;
   RunningServer server(limits);
   Crowd busy = busyCrowd(server, 3);
   EXPECT_TRUE(WireClient(server.port()).isClosed()) << "no room";
@@ -72,6 +73,7 @@ TEST(Crowd, OneClientCannotTakeAllTheRoom) {
   Limits limits;
   limits.connections = 8;
   limits.connectionsOfOneClient = 4;
+  limits.transfer = 10min;
   RunningServer server(limits);
   const Crowd busy = busyCrowd(server, 4);
   EXPECT_TRUE(WireClient(server.port()).isClosed());

@@ -221,7 +221,7 @@ TEST_F(Commands, TheToolbarsCommandsHaveTheDigitsForKeys) {
   EXPECT_EQ(keys, QStringList({u"Ctrl+1"_s, u"Ctrl+2"_s, u"Ctrl+3"_s, u"Ctrl+4"_s, u"Ctrl+5"_s,
                                u"Ctrl+6"_s, u"Ctrl+7"_s, u"Ctrl+8"_s, QString(), u"Ctrl+9"_s,
                                u"Ctrl+0"_s}));
-  ASSERT_TRUE(QTest::qWaitForWindowActive(frame.get()));
+  ASSERT_TRUE(QTest::qWaitForWindowActive(frame.get(), 60'000));
   QTest::keyClick(frame.get(), Qt::Key_4, Qt::ControlModifier);
   EXPECT_TRUE(isLoaded<FrmXIMU>());
 }

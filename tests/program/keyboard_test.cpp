@@ -182,7 +182,7 @@ class EveryScreen : public MainWindowFixture, public testing::WithParamInterface
     for (auto* box : form->findChildren<TextBox*>()) {
       if (box->onValidate && box->isVisible()) box->setText(u"1"_s);
     }
-    EXPECT_TRUE(QTest::qWaitForWindowActive(form->window()));
+    EXPECT_TRUE(QTest::qWaitForWindowActive(form->window(), 60'000));
     QCoreApplication::processEvents();
   }
 
