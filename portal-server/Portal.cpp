@@ -32,6 +32,7 @@ constexpr std::string_view registrationPath = "_vti_login/_vti_add_login.asp";
 struct Page {
   std::string_view path;
   std::variant<Reading, Writing> handler;
+  bool tellsRows = false;  ///< of a table; some of them to everybody alike
 };
 
 template <Family family, PortalAnswer (*page)(Family, const PortalRequest&, StoreReader&)>
@@ -44,14 +45,14 @@ constexpr std::array<Page, 25> pages{{
     {"_vti_login/_vti_logout2.asp", &logoutPage},
     {registrationPath, &registrationPage},
     {"_vti_login/_vti_update_login.asp", &updateLoginPage},
-    {"_vti_login/_vti_detail_field_s.asp", &under<Family::Login, &listPage>},
-    {"_vti_login/_vti_detail_onepage.asp", &under<Family::Login, &onePage>},
-    {"_vti_login/_vti_detail_page.asp", &under<Family::Login, &pageCount>},
-    {"_vti_login/_vti_detail.asp", &structurePage},
+    {"_vti_login/_vti_detail_field_s.asp", &under<Family::Login, &listPage>, true},
+    {"_vti_login/_vti_detail_onepage.asp", &under<Family::Login, &onePage>, true},
+    {"_vti_login/_vti_detail_page.asp", &under<Family::Login, &pageCount>, true},
+    {"_vti_login/_vti_detail.asp", &structurePage, true},
     {"_vti_login/_vti_image.asp", &enterpriseImagePage},
-    {"_vti_product/_vti_detail_field_s.asp", &under<Family::Product, &listPage>},
-    {"_vti_product/_vti_detail_onepage.asp", &under<Family::Product, &onePage>},
-    {"_vti_product/_vti_detail_page.asp", &under<Family::Product, &pageCount>},
+    {"_vti_product/_vti_detail_field_s.asp", &under<Family::Product, &listPage>, true},
+    {"_vti_product/_vti_detail_onepage.asp", &under<Family::Product, &onePage>, true},
+    {"_vti_product/_vti_detail_page.asp", &under<Family::Product, &pageCount>, true},
     {"_vti_product/_vti_add.asp", &addPage},
     {"_vti_product/_vti_delete.asp", &deletePage},
     {"_vti_product/_vti_insert_xixi.asp", &insertMessagePage},
@@ -83,6 +84,10 @@ std::string_view withoutBlanks(std::string_view text) {
   while (text.starts_with(' ')) text.remove_prefix(1);
   while (text.ends_with(' ')) text.remove_suffix(1);
   return text;
+}
+
+PortalAnswer failed(const std::exception& failure) {
+  return unmarkedAnswer(500, std::string("failed: ") + failure.what());
 }
 
 PortalAnswer write(const Page& page, const PortalRequest& request, Store& store) {
@@ -159,10 +164,14 @@ PortalAnswer Portal::answer(const PortalRequest& request) {
 }
 
 std::optional<PortalAnswer> Portal::answerAtOnce(const PortalRequest& request) {
+  const Page* page = findPage(request.path);
   try {
-    return answerFrom(request, store_.reader());
+    const auto make = [&] { return answerFrom(request, store_.reader()); };
+    return page && page->tellsRows ? kept_.answered(request, make) : make();
   } catch (const TooSlow&) {
     return {};
+  } catch (const std::exception& failure) {
+    return failed(failure);
   }
 }
 
@@ -178,7 +187,7 @@ PortalAnswer Portal::answerFrom(const PortalRequest& request, StoreReader& reade
   } catch (const TooSlow&) {
     throw;
   } catch (const std::exception& failure) {
-    return unmarkedAnswer(500, std::string("failed: ") + failure.what());
+    return failed(failure);
   }
 }
 

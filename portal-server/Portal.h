@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "HouseRules.h"
+#include "KeptAnswers.h"
 #include "PortalRequest.h"
 #include "Store.h"
 #include "Visits.h"
@@ -17,7 +18,8 @@ namespace qinghe::portal_server {
 /// one that writes. Nothing that a request holds makes an answer throw.
 class Portal {
  public:
-  explicit Portal(Store& store, HouseRules rules = {}) : store_(store), rules_(rules) {}
+  explicit Portal(Store& store, HouseRules rules = {})
+      : store_(store), rules_(rules), kept_(store) {}
 
   /// Replaces a request for the relay page by the request that it carries, for the same client.
   /// False when that one is not for a page of this portal.
@@ -33,7 +35,8 @@ class Portal {
 
   /// The answer, however long it takes; not on the thread that answers the others.
   PortalAnswer answer(const PortalRequest& request);
-  /// The answer of a reading page, or nothing when it would take longer than a moment.
+  /// The answer of a reading page, or nothing when it would take longer than a moment. What
+  /// everybody may read is told again without the store's rows as long as nobody writes.
   std::optional<PortalAnswer> answerAtOnce(const PortalRequest& request);
 
   /// Whether a request brings a picture that will be taken, on the thread that reads.
@@ -54,6 +57,7 @@ class Portal {
 
   Store& store_;
   HouseRules rules_;
+  KeptAnswers kept_;  // of the thread that answers at once
 };
 
 }  // namespace qinghe::portal_server

@@ -36,6 +36,7 @@ struct PortalAnswer {
   std::string contentType = {};  ///< empty: a page in the code page
   std::string location = {};     ///< where a browser is led instead, a path of this portal
   bool foreign = false;          ///< somebody else's page, in its own bytes
+  bool forAll = false;           ///< whoever asks gets the same, until the store changes
 };
 
 /// A request target as it stood in a request line or in the relay's parameter.

@@ -145,6 +145,21 @@ void SqliteConnection::execute(const std::string& statement) {
   run({.text = statement});
 }
 
+std::uint32_t SqliteConnection::versionRead() {
+  unsigned version = 0;
+  if (sqlite3_file_control(database_.get(), "main", SQLITE_FCNTL_DATA_VERSION, &version) !=
+      SQLITE_OK) {
+    fail("cannot tell the version");
+  }
+  return version;
+}
+
+std::uint32_t SqliteConnection::versionNow() {
+  // Any reading looks whether somebody has committed; this one reads nothing else.
+  execute("PRAGMA data_version");
+  return versionRead();
+}
+
 std::vector<std::string> SqliteConnection::columnNames(std::string_view storage) {
   sqlite3_stmt* statement =
       bound({.text = "SELECT name FROM pragma_table_info(?)", .values = {std::string(storage)}});

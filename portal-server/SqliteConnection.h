@@ -40,6 +40,10 @@ class SqliteConnection final : public StoreWriter {
 
   /// Runs a fixed statement of our own, whose rows nobody reads.
   void execute(const std::string& statement);
+  /// A number that changes with each commit, of other processes too: as of the last reading here,
+  /// and as of this moment.
+  std::uint32_t versionRead();
+  std::uint32_t versionNow();
   /// The names of the columns that a stored table has by now.
   std::vector<std::string> columnNames(std::string_view storage);
 

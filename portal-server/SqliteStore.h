@@ -19,6 +19,8 @@ class SqliteStore final : public Store {
   SqliteStore(const std::string& path, Patience patience);
 
   StoreReader& reader() override { return reading_; }
+  std::uint32_t versionRead() override { return reading_.versionRead(); }
+  std::uint32_t versionNow() override { return reading_.versionNow(); }
   StoreReader& patientReader() override { return searching_; }
   void transact(const std::function<void(StoreWriter&)>& work) override;
 

@@ -82,6 +82,10 @@ class Store {
   virtual ~Store() = default;
   /// For what takes a moment: gives up early, so that nobody waits for another one's search.
   virtual StoreReader& reader() = 0;
+  /// A number that is another one after each commit of anybody: as that reader's last reading
+  /// found it, and as it is at this moment. On the reader's thread; throws as reading does.
+  virtual std::uint32_t versionRead() = 0;
+  virtual std::uint32_t versionNow() = 0;
   /// For long searches: gives up after some seconds.
   virtual StoreReader& patientReader() = 0;
   /// Runs `work` in one transaction: all of it is kept when it returns, on disk, and none of it

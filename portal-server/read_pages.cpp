@@ -28,20 +28,30 @@ bool namesSecret(const std::vector<const Column*>& fields) {
                      [](const Column* column) { return column->access == Access::Secret; });
 }
 
+struct VisibleRows {
+  Expression condition;
+  bool forAll = false;  // whoever asks sees the same
+};
+
 // The client's condition, and around it what the asking address may see.
-Expression visibleRows(const Table& table, const PortalRequest& request, bool secret,
-                       StoreReader& store) {
+VisibleRows visibleRows(const Table& table, const PortalRequest& request, bool secret,
+                        StoreReader& store) {
   Expression asked = ConditionParser(table).parse(request.parameters.text("STOTHER"));
   secret = secret || asked.touches(Access::Secret);
   const bool isPrivate = !table.readers.empty() || !table.parent.empty();
-  if (!secret && !isPrivate) return asked;
+  if (!secret && !isPrivate) return {.condition = std::move(asked), .forAll = true};
   // A page can make its own name lead here, and then reads whatever the browser's address may.
   if (request.byBrowser) throw Refusal("a browser's reading of private rows");
   const Visitors visitors = loggedInAt(store, request.address);
-  return Expression::allOf({readScope(table, secret, visitors), std::move(asked)});
+  return {.condition = Expression::allOf({readScope(table, secret, visitors), std::move(asked)})};
 }
 
-Query requestedRows(Family family, const PortalRequest& request, StoreReader& store) {
+struct AskedRows {
+  Query query;
+  bool forAll;
+};
+
+AskedRows requestedRows(Family family, const PortalRequest& request, StoreReader& store) {
   const Table& table = requestedTable(family, request);
   Query query{.table = &table,
               .fields = parseFields(table, request.parameters.text("STRDATA")),
@@ -49,8 +59,9 @@ Query requestedRows(Family family, const PortalRequest& request, StoreReader& st
   const bool secretOrder =
       std::any_of(query.order.begin(), query.order.end(),
                   [](const OrderTerm& term) { return term.column->access == Access::Secret; });
-  query.condition = visibleRows(table, request, secretOrder || namesSecret(query.fields), store);
-  return query;
+  auto visible = visibleRows(table, request, secretOrder || namesSecret(query.fields), store);
+  query.condition = std::move(visible.condition);
+  return {.query = std::move(query), .forAll = visible.forAll};
 }
 
 // A host name or address with or without a port; anything else in a header is not repeated.
@@ -81,7 +92,8 @@ class LinkedRows final : public RowSink {
   std::string host_;
 };
 
-PortalAnswer rowsAnswer(const Query& query, const PortalRequest& request, StoreReader& store) {
+PortalAnswer rowsAnswer(const AskedRows& asked, const PortalRequest& request, StoreReader& store) {
+  const Query& query = asked.query;
   AnswerPage page;
   const bool links = std::any_of(query.fields.begin(), query.fields.end(),
                                  [](const Column* column) { return column->pageLink; });
@@ -92,7 +104,9 @@ PortalAnswer rowsAnswer(const Query& query, const PortalRequest& request, StoreR
     store.read(query, page);
   }
   if (page.rows() == 0 && namesSecret(query.fields)) throw Refusal("not the enterprise's own row");
-  return std::move(page).finish();
+  PortalAnswer answer = std::move(page).finish();
+  answer.forAll = asked.forAll;
+  return answer;
 }
 
 long long pageSize(const PortalRequest& request) {
@@ -127,17 +141,20 @@ PortalAnswer onePage(Family family, const PortalRequest& request, StoreReader& s
   const long long size = pageSize(request);
   const long long number = wholeNumber(request.parameters.bytes("STPAGE"));
   if (number < 1 || number > lastPage) throw Refusal("broken page number");
-  Query query = requestedRows(family, request, store);
-  query.limit = size;
-  query.offset = (number - 1) * size;
-  return rowsAnswer(query, request, store);
+  AskedRows asked = requestedRows(family, request, store);
+  asked.query.limit = size;
+  asked.query.offset = (number - 1) * size;
+  return rowsAnswer(asked, request, store);
 }
 
 PortalAnswer pageCount(Family family, const PortalRequest& request, StoreReader& store) {
   const long long size = pageSize(request);
   const Table& table = requestedTable(family, request);
-  const std::int64_t rows = store.count(table, visibleRows(table, request, false, store));
-  return numberAnswer((rows + size - 1) / size);
+  const auto visible = visibleRows(table, request, false, store);
+  const std::int64_t rows = store.count(table, visible.condition);
+  PortalAnswer answer = numberAnswer((rows + size - 1) / size);
+  answer.forAll = visible.forAll;
+  return answer;
 }
 
 PortalAnswer structurePage(const PortalRequest& request, StoreReader& store) {
@@ -152,7 +169,9 @@ PortalAnswer structurePage(const PortalRequest& request, StoreReader& store) {
   AnswerPage page;
   PaddedRows rows(page, cells - std::ssize(query.fields));
   store.read(query, rows);
-  return std::move(page).finish();
+  PortalAnswer answer = std::move(page).finish();
+  answer.forAll = true;  // the page does not look at who asks
+  return answer;
 }
 
 }  // namespace qinghe::portal_server
