@@ -56,6 +56,8 @@ class GatedStore : public Store {
 
   StoreReader& reader() override { return behind_.reader(); }
   StoreReader& patientReader() override { return searches; }
+  std::uint32_t versionRead() override { return behind_.versionRead(); }
+  std::uint32_t versionNow() override { return behind_.versionNow(); }
   void transact(const std::function<void(StoreWriter&)>& work) override { behind_.transact(work); }
 
   SearchGate searches;
