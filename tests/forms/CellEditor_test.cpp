@@ -5,6 +5,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QShortcut>
 #include <QVBoxLayout>
 
 #include "forms/FormsFixture.h"
@@ -23,9 +24,7 @@ class Screen : public Form {
     for (const auto& title : {u"商品"_s, u"数量"_s, u"单价"_s, u"金额"_s, u"折扣"_s}) {
       list->addColumn(title, 80);
     }
-    auto* column = new QVBoxLayout(this);
     column->addWidget(list);
-    column->addWidget(other);
     const auto number = [](const QString& text) {
       bool ok = false;
       text.toDouble(&ok);
@@ -43,8 +42,13 @@ class Screen : public Form {
                             {discount, u"TxtInputZK"_s, {}, write(discount)}},
                            place);
     connect(cells, &CellEditor::changed, this, [this] { ++changes; });
-    connect(cells, &CellEditor::rightReleased, this,
-            [this](const ListItem* row) { rights << row->text(); });
+    connect(cells, &CellEditor::rightReleased, this, [this](const ListItem* row, const QPoint& at) {
+      rights << row->text();
+      rightAt = at;
+    });
+    // Behind the inputs, so that a focus which one of them loses would come here.
+    other = new QPushButton(u"别处"_s, this);
+    column->addWidget(other);
     resize(460, 300);
   }
 
@@ -55,10 +59,12 @@ class Screen : public Form {
     }
   }
 
+  QVBoxLayout* column = new QVBoxLayout(this);
   ListView* list = new ListView(u"ListView1"_s, this);
-  QPushButton* other = new QPushButton(u"别处"_s, this);
+  QPushButton* other = nullptr;
   CellEditor* cells = nullptr;
   QStringList left, rights;
+  QPoint rightAt;
   int changes = 0;
 };
 
@@ -82,6 +88,12 @@ class CellEditorTest : public FormsFixture {
   void type(const QString& text) { QTest::keyClicks(QApplication::focusWidget(), text); }
   void key(int key, Qt::KeyboardModifiers modifiers = {}) {
     QTest::keyClick(QApplication::focusWidget(), Qt::Key(key), modifiers);
+  }
+  /// Whether the list kept the event for itself.
+  bool askForMenu(QContextMenuEvent::Reason reason) {
+    QContextMenuEvent menu(reason, {5, 5}, screen.mapToGlobal(QPoint(5, 5)));
+    QCoreApplication::sendEvent(screen.list, &menu);
+    return menu.isAccepted();
   }
   /// The open input and the row it stands on, or "".
   QString open() {
@@ -182,6 +194,46 @@ TEST_F(CellEditorTest, AnOpenInputFollowsItsCell) {
   EXPECT_EQ(input(u"TxtInputSL"_s)->x(), before + 120);
 }
 
+TEST_F(CellEditorTest, AnOpenInputFollowsItsRow) {
+  screen.fill(60);
+  settle();
+  click(cell(3, quantity));
+  const auto* box = input(u"TxtInputSL"_s);
+  const int before = box->y();
+  const int height = screen.list->cellRect(screen.list->itemAt(0)).height();
+  screen.list->verticalScrollBar()->setValue(2);
+  EXPECT_EQ(box->y(), before - 2 * height);
+  screen.list->verticalScrollBar()->setValue(0);
+  const int top = screen.list->y();
+  screen.column->insertSpacing(0, 30);
+  screen.column->activate();
+  ASSERT_EQ(screen.list->y(), top + 30);
+  EXPECT_EQ(box->y(), before + 30);
+}
+
+TEST_F(CellEditorTest, AnInputStandsBeforeWhatLiesThere) {
+  screen.list->raise();
+  click(cell(1, price));
+  const auto* box = input(u"TxtInputJG"_s);
+  EXPECT_EQ(screen.childAt(box->geometry().center()), box->editor());
+}
+
+TEST_F(CellEditorTest, AnInputThatIsOpenedByCodeLeavesTheOpenOneFirst) {
+  click(cell(1, quantity));
+  type(u"x"_s);
+  scripted_->expect(Answer::Ok);
+  EXPECT_FALSE(screen.cells->open(screen.list->itemAt(2), price));
+  EXPECT_EQ(open(), u"TxtInputSL@1"_s);
+  key(Qt::Key_Backspace);
+  type(u"5"_s);
+  EXPECT_FALSE(screen.cells->open(nullptr, price));
+  EXPECT_FALSE(screen.cells->open(screen.list->itemAt(2), sum));
+  EXPECT_EQ(open(), u"TxtInputSL@1"_s);
+  EXPECT_TRUE(screen.cells->open(screen.list->itemAt(2), price));
+  EXPECT_EQ(open(), u"TxtInputJG@2"_s);
+  EXPECT_EQ(screen.left, QStringList{u"1/1 5"_s});
+}
+
 TEST_F(CellEditorTest, AnotherControlTakesTheTextIntoTheCell) {
   click(cell(1, quantity));
   type(u"25"_s);
@@ -231,6 +283,36 @@ TEST_F(CellEditorTest, TabAndEnterWalkTheCellsInReadingOrderAndEndAtTheList) {
     EXPECT_EQ(QApplication::focusWidget(), screen.list);
     EXPECT_EQ(screen.list->selectedItem(), screen.list->itemAt(2));
   }
+}
+
+TEST_F(CellEditorTest, WithoutAMouseTheTextsAreTakenToo) {
+  key(Qt::Key_F2);
+  type(u"9"_s);
+  key(Qt::Key_Return);
+  type(u"8"_s);
+  key(Qt::Key_Down);
+  EXPECT_EQ(screen.left, QStringList({u"0/1 9"_s, u"0/2 8"_s}));
+}
+
+TEST_F(CellEditorTest, KeysWithCtrlOrAltAreNotTheCells) {
+  key(Qt::Key_F2, Qt::AltModifier);
+  EXPECT_EQ(open(), QString());
+  key(Qt::Key_F2);
+  for (const auto other : {Qt::Key_Tab, Qt::Key_Down, Qt::Key_Return, Qt::Key_Escape}) {
+    key(other, Qt::ControlModifier);
+    EXPECT_EQ(open(), u"TxtInputSL@0"_s) << other;
+  }
+}
+
+TEST_F(CellEditorTest, AnOpenInputHasItsKeysBeforeTheScreensShortcuts) {
+  int closed = 0;
+  new QShortcut(Qt::Key_Escape, &screen, [&closed] { ++closed; });
+  key(Qt::Key_F2);
+  key(Qt::Key_Escape);
+  EXPECT_EQ(open(), QString());
+  EXPECT_EQ(closed, 0);
+  key(Qt::Key_Escape);
+  EXPECT_EQ(closed, 1);
 }
 
 TEST_F(CellEditorTest, ShiftTabWalksBackwards) {
@@ -290,6 +372,7 @@ TEST_F(CellEditorTest, WhatMayNotOpenOpensNeitherByMouseNorByKey) {
   bool may = false;
   screen.cells->mayOpen = [&may] { return may; };
   click(cell(1, quantity));
+  EXPECT_EQ(open(), QString());
   key(Qt::Key_Return);
   EXPECT_EQ(open(), QString());
   click(cell(2, 0), Qt::RightButton);
@@ -299,11 +382,28 @@ TEST_F(CellEditorTest, WhatMayNotOpenOpensNeitherByMouseNorByKey) {
   EXPECT_EQ(open(), u"TxtInputSL@2"_s);
 }
 
+TEST_F(CellEditorTest, ALockThatFallsOverAnOpenInputEndsTheWalkBehindIt) {
+  bool may = true;
+  screen.cells->mayOpen = [&may] { return may; };
+  for (const auto step : {Qt::Key_Tab, Qt::Key_Down}) {
+    may = true;
+    screen.list->setSelectedItem(screen.list->itemAt(0));
+    key(Qt::Key_F2);
+    type(u"7"_s);
+    may = false;
+    key(step);
+    EXPECT_EQ(open(), QString());
+    EXPECT_EQ(QApplication::focusWidget(), screen.list);
+  }
+  EXPECT_EQ(screen.left, QStringList({u"0/1 7"_s, u"0/1 7"_s}));
+}
+
 TEST_F(CellEditorTest, ARowOfSumsIsNeverTouched) {
   screen.list->itemAt(1)->setKey(u"Count ID"_s);
   click(cell(1, quantity));
   click(cell(1, quantity), Qt::RightButton);
   key(Qt::Key_F2);
+  askForMenu(QContextMenuEvent::Keyboard);
   EXPECT_EQ(open(), QString());
   EXPECT_TRUE(screen.rights.isEmpty());
   EXPECT_EQ(screen.cells->editRow(), nullptr);
@@ -318,26 +418,41 @@ TEST_F(CellEditorTest, ARightReleaseNeedsARow) {
   EXPECT_EQ(screen.cells->hitRow(), nullptr);
   click(cell(2, quantity), Qt::RightButton);
   EXPECT_EQ(screen.rights, QStringList{u"书2"_s});
+  EXPECT_EQ(screen.rightAt, screen.list->viewport()->mapToGlobal(cell(2, quantity)));
   EXPECT_EQ(screen.cells->editRow(), screen.list->itemAt(2));
   EXPECT_EQ(open(), QString());
+  askForMenu(QContextMenuEvent::Mouse);
+  EXPECT_EQ(screen.rights.size(), 1) << "what the system makes of the same click";
+}
+
+TEST_F(CellEditorTest, TheMiddleButtonDoesNothing) {
+  click(cell(1, quantity), Qt::MiddleButton);
+  EXPECT_EQ(open(), QString());
+  EXPECT_TRUE(screen.rights.isEmpty());
 }
 
 TEST_F(CellEditorTest, TheMenuKeyStandsForARightReleaseOnTheSelectedRow) {
   screen.list->setSelectedItem(screen.list->itemAt(1));
-  QContextMenuEvent menu(QContextMenuEvent::Keyboard, {5, 5}, screen.mapToGlobal(QPoint(5, 5)));
-  QCoreApplication::sendEvent(screen.list, &menu);
+  EXPECT_TRUE(askForMenu(QContextMenuEvent::Keyboard));
   EXPECT_EQ(screen.rights, QStringList{u"书1"_s});
+  const auto row = screen.list->cellRect(screen.list->itemAt(1));
+  EXPECT_EQ(screen.rightAt, screen.list->viewport()->mapToGlobal(row.bottomLeft()));
   EXPECT_EQ(screen.cells->editRow(), screen.list->itemAt(1));
 }
 
 TEST_F(CellEditorTest, RowsThatGoTakeTheInputWithThem) {
-  click(cell(1, quantity));
-  type(u"25"_s);
-  screen.list->clearItems();
-  EXPECT_EQ(open(), QString());
-  EXPECT_TRUE(screen.left.isEmpty());
-  EXPECT_EQ(screen.cells->hitRow(), nullptr);
-  EXPECT_EQ(screen.cells->editRow(), nullptr);
+  const std::function<void()> goings[] = {
+      [this] { screen.list->removeItem(screen.list->itemAt(1)); },
+      [this] { screen.list->clearItems(); }};
+  for (const auto& go : goings) {
+    click(cell(1, quantity));
+    type(u"25"_s);
+    go();
+    EXPECT_EQ(open(), QString());
+    EXPECT_TRUE(screen.left.isEmpty());
+    EXPECT_EQ(screen.cells->hitRow(), nullptr);
+    EXPECT_EQ(screen.cells->editRow(), nullptr);
+  }
 }
 
 TEST_F(CellEditorTest, ForgettingHidesTheInputWithoutWriting) {
@@ -384,9 +499,10 @@ TEST_F(CellEditorTest, UpToTheRightEndEveryPressOpensIt) {
   const int y = list.cellRect(row, 1).center().y();
   QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, {100, y});
   EXPECT_FALSE(cells.isOpen());
-  QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, {155, y});
+  QTest::mousePress(list.viewport(), Qt::LeftButton, {}, {155, y});
+  QTest::mouseRelease(list.viewport(), Qt::LeftButton, {}, {300, y});
   EXPECT_TRUE(cells.isOpen());
-  cells.hide();
+  EXPECT_TRUE(cells.leave()) << "nothing is asked of a column that asks nothing";
   EXPECT_EQ(cells.input(u"txtSelect"_s)->isVisible(), false);
   EXPECT_EQ(cells.input(u"none"_s), nullptr);
 }
