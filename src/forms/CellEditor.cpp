@@ -118,10 +118,9 @@ bool CellEditor::open(ListItem* row, int column) {
   editRow_ = row;
   open_ = index;
   auto* input = inputs_[static_cast<std::size_t>(index)];
-  if (input->parentWidget() != list_->parentWidget()) input->setParent(list_->parentWidget());
   input->editor()->setAccessibleName(
       list_->model()->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString());
-  input->setText(column == 0 ? row->text() : row->subItem(column));
+  input->setText(row->subItem(column));
   place();
   input->show();
   input->raise();
@@ -220,7 +219,6 @@ bool CellEditor::eventFilter(QObject* watched, QEvent* event) {
 bool CellEditor::menuKey() {
   auto* row = list_->selectedItem();
   if (!isTouchable(row)) return false;
-  hitRow_ = row;
   editRow_ = row;
   emit rightReleased(row, list_->viewport()->mapToGlobal(list_->cellRect(row).bottomLeft()));
   return true;
@@ -228,7 +226,7 @@ bool CellEditor::menuKey() {
 
 bool CellEditor::openFirst() {
   const auto* row = list_->selectedItem();
-  if (row == nullptr || columns_.isEmpty() || !isTouchable(row)) return false;
+  if (!isTouchable(row)) return false;
   if (mayOpen && !mayOpen()) return false;
   return openNext(row->row(), -1, 1);
 }

@@ -13,7 +13,7 @@ namespace qinghe {
 
 /// An input over a column of a list.
 struct CellColumn {
-  int column;     ///< of the list; the text of a row is column 0
+  int column;     ///< of the list, from 1 on
   QString input;  ///< name of the text box
   /// What the message box says when the input is left with this text; empty when it is accepted.
   /// Without it every text is.
@@ -42,13 +42,13 @@ struct CellPlace {
 /// the cell as it was. Whatever moves the focus away leaves the
 /// input: first its complaint is asked, which keeps the focus, then `afterLeave` runs.
 ///
-/// The inputs are children of the list's parent and named as their columns say. A row with the key
-/// "Count ID" is never touched.
+/// The inputs are children of the list's parent, which it keeps, and named as their columns say. A
+/// row with the key "Count ID" is never touched.
 class CellEditor : public QObject {
   Q_OBJECT
 
  public:
-  /// `columns` stand from left to right.
+  /// `columns` stand from left to right, at least one.
   CellEditor(ListView* list, QList<CellColumn> columns, const CellPlace& place = {});
 
   /// Asked at every opening, by mouse or key; without it everything opens.
