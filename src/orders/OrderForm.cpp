@@ -149,11 +149,6 @@ void takeHeaderCell(OrderForm& form, OrderValue value, const QString& cell) {
   }
 }
 
-void takeHeaderRow(OrderForm& form, OrderSide side, const QList<QString>& cells) {
-  const QList<OrderValue>& values = headerAnswerValues(side);
-  for (qsizetype i = 0; i < values.size(); ++i) takeHeaderCell(form, values[i], cells.value(i));
-}
-
 QString portalValue(const OrderForm& form, const OrderParty& own, OrderValue value) {
   if (const bool* flag = flagOf(form.flags, value)) return *flag ? u"1"_s : u"0"_s;
   if (const QDateTime* date = dateOf(form, value)) return textOf(*date);

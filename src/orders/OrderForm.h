@@ -94,10 +94,6 @@ const QList<OrderValue>& headerAnswerValues(OrderSide side);
 /// `TypeMismatch` when a date is none, and leaves the form.
 void takeHeaderCell(OrderForm& form, OrderValue value, const QString& cell);
 
-/// Sets all values from an answer row, in order. A cell that fails ends it by its `TypeMismatch`;
-/// what stands behind it keeps its old value.
-void takeHeaderRow(OrderForm& form, OrderSide side, const QList<QString>& cells);
-
 /// A value as it goes to the portal: number, method and other charges trimmed, flags 0 or 1, totals
 /// as plain numbers.
 QString portalValue(const OrderForm& form, const OrderParty& own, OrderValue value);

@@ -74,10 +74,6 @@ QString OrderLineRow::icon() {
   return u"Goku"_s;
 }
 
-bool OrderLineRow::isFixed() const {
-  return key == u"Count ID";
-}
-
 QString OrderLineRow::portalId() const {
   return textOf(Val(key));
 }

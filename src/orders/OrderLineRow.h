@@ -57,8 +57,6 @@ struct OrderLineRow {
   QString key;
   std::array<QString, LineColumnCount> texts;
 
-  /// A row that no handler may edit: its key is "Count ID".
-  bool isFixed() const;
   /// The portal's line id as decimal text, "0" for a new line.
   QString portalId() const;
   double goodsId() const;

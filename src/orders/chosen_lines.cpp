@@ -14,9 +14,7 @@ OrderLineRow& lineOf(double goodsId, QList<OrderLineRow>& rows) {
   const auto found = std::ranges::find_if(
       rows, [goodsId](const OrderLineRow& row) { return row.goodsId() == goodsId; });
   if (found != rows.end()) return *found;
-  OrderLineRow& added = rows.emplaceBack();
-  added.texts[LineName] = u"商品"_s;
-  return added;
+  return rows.emplaceBack();
 }
 
 void overwrite(OrderLineRow& row, const ChosenGoodsRow& goods) {

@@ -88,16 +88,4 @@ bool isAllowed(OrderSide side, const QString& control, const OrderFlags& flags) 
   return found != locks.end() && isAllowed(found->rule, flags);
 }
 
-QList<LineInput> lineInputs(OrderSide side) {
-  switch (side) {
-    case OrderSide::Purchase:
-      return {LineInput::TxtInputSL, LineInput::TxtInputJG, LineInput::TxtInputZK};
-    case OrderSide::Sales:
-      return {LineInput::TxtInputZK};
-    case OrderSide::Retail:
-      break;
-  }
-  return {};
-}
-
 }  // namespace qinghe

@@ -38,7 +38,4 @@ bool isAllowed(LockRule rule, const OrderFlags& flags);
 /// Whether a side may use a control under these flags; what the side does not have, it may not.
 bool isAllowed(OrderSide side, const QString& control, const OrderFlags& flags);
 
-/// The inputs a side may open, from left to right, whatever the flags.
-QList<LineInput> lineInputs(OrderSide side);
-
 }  // namespace qinghe

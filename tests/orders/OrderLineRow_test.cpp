@@ -137,6 +137,15 @@ TEST(OrderLineRow, AnAmountBeyondADoubleKeepsItsOldCellAndTheNextStepGoesOn) {
   EXPECT_EQ(row.texts[LineLoose], u"4"_s);
 }
 
+TEST(OrderLineRow, InputsStandOverTheirColumns) {
+  EXPECT_EQ(columnOf(LineInput::TxtInputSL), 2);
+  EXPECT_EQ(columnOf(LineInput::TxtInputJG), 3);
+  EXPECT_EQ(columnOf(LineInput::TxtInputZK), 5);
+  EXPECT_EQ(nameOf(LineInput::TxtInputSL), u"TxtInputSL"_s);
+  EXPECT_EQ(nameOf(LineInput::TxtInputJG), u"TxtInputJG"_s);
+  EXPECT_EQ(nameOf(LineInput::TxtInputZK), u"TxtInputZK"_s);
+}
+
 TEST(OrderLineRow, InputsAreCheckedBeforeTheyAreLeft) {
   const QString number = u"必须是数值,请重新输入"_s;
   const QString factor = u"必须是数值，并且不大于1，请重新输入"_s;
@@ -162,9 +171,7 @@ TEST(OrderLineRow, KeysTellThePortalsId) {
   row.key = lineKey(u"417"_s);
   EXPECT_EQ(row.key, u"417 ID"_s);
   EXPECT_EQ(row.portalId(), u"417"_s);
-  EXPECT_FALSE(row.isFixed());
   row.key = u"Count ID"_s;
-  EXPECT_TRUE(row.isFixed());
   EXPECT_EQ(row.portalId(), u"0"_s);
   EXPECT_EQ(OrderLineRow::icon(), u"Goku"_s);
 }

@@ -33,6 +33,7 @@ TEST(ChosenIdList, FindsWholeIdsOnly) {
   EXPECT_TRUE(ChosenIds(u",31,4,"_s).contains(u"31"_s));
   EXPECT_TRUE(ChosenIds(u",31,4,"_s).contains(u"4"_s));
   EXPECT_TRUE(ChosenIds(u",A1,"_s).contains(u"a1"_s));
+  EXPECT_TRUE(ChosenIds(u",a1,"_s).contains(u"A1"_s));
   EXPECT_FALSE(ChosenIds(u",31,4,"_s).contains(u"3"_s));
   EXPECT_FALSE(ChosenIds(u",31,4,"_s).contains(u"1"_s));
   EXPECT_FALSE(ChosenIds(u","_s).contains(u"31"_s));

@@ -106,13 +106,3 @@ TEST(OrderLocks, EditingTheListAsksTheBoxesAtTheRelease) {
   EXPECT_EQ(controlsAt(Sales, LockTime::Release), QList<QString>{u"TxtInputZK"_s});
   EXPECT_EQ(controlsAt(Retail, LockTime::Release), QList<QString>());
 }
-
-TEST(OrderLocks, EachSideHasItsInputs) {
-  EXPECT_EQ(lineInputs(Purchase), (QList<LineInput>{LineInput::TxtInputSL, LineInput::TxtInputJG,
-                                                    LineInput::TxtInputZK}));
-  EXPECT_EQ(lineInputs(Sales), QList<LineInput>{LineInput::TxtInputZK});
-  EXPECT_EQ(lineInputs(Retail), QList<LineInput>());
-  EXPECT_EQ(columnOf(LineInput::TxtInputSL), 2);
-  EXPECT_EQ(columnOf(LineInput::TxtInputJG), 3);
-  EXPECT_EQ(columnOf(LineInput::TxtInputZK), 5);
-}

@@ -118,10 +118,10 @@ TEST(RefreshTotals, SumsTheColumnsOfEachKindOfRow) {
   EXPECT_EQ(counts.texts[CountDiscount], u"125"_s);
 
   RetailLineRow retail;
-  retail.texts = {u"书"_s, u"3"_s, u"12.5"_s, u"37.5"_s, u"1"_s, u"37.5"_s};
-  RefreshTotals(QList<RetailLineRow>{retail}, u"2.5"_s, counts);
-  EXPECT_EQ(counts.texts, (std::array<QString, OrderCountCount>{u"1"_s, u"3"_s, u"37.5"_s, u"0"_s,
-                                                                u"37.5"_s, u"40"_s, u"5.2"_s}));
+  retail.texts = {u"书"_s, u"3"_s, u"12.5"_s, u"37.5"_s, u"0.8"_s, u"30"_s};
+  RefreshTotals(QList<RetailLineRow>{retail}, u"10"_s, counts);
+  EXPECT_EQ(counts.texts, (std::array<QString, OrderCountCount>{u"1"_s, u"3"_s, u"37.5"_s, u"7.5"_s,
+                                                                u"30"_s, u"40"_s, u"5.2"_s}));
 }
 
 TEST(RefreshTotals, TotalsStartAtZero) {
