@@ -1,7 +1,6 @@
 #include "orders/chooser/DetailForm.h"
 
 #include <QHBoxLayout>
-#include <QTimer>
 #include <QVBoxLayout>
 
 #include "portal/RequestBuilder.h"
@@ -40,10 +39,6 @@ DetailForm::DetailForm(const DetailKind& kind)
   all->addLayout(belowList_);
   all->addLayout(buttons);
 
-  connect(ListView1, &ListView::mouseDown, this,
-          [this](Qt::MouseButton /*button*/, const QPoint& position) {
-            mHitRow = ListView1->itemUnder(position);
-          });
   connect(commandT, &QPushButton::clicked, this, [this] { unload(); });
 }
 
@@ -53,8 +48,10 @@ const QString& DetailForm::rowIcon() {
 }
 
 void DetailForm::onLoad() {
-  ListView1->addColumn(u"名称"_s, kind_.nameWidth / unitsInPixel);
-  ListView1->addColumn(u"内容"_s, firstWidth - kind_.nameWidth / unitsInPixel);
+  const int nameWidth = kind_.nameWidth / unitsInPixel;
+  ListView1->addColumn(u"名称"_s, nameWidth);
+  ListView1->addColumn(u"内容"_s, firstWidth - nameWidth);
+  ListView1->setFillingColumn(1, nameWidth);
   addFixedRows();
   readRecord();
 }
@@ -76,16 +73,6 @@ bool DetailForm::readRecord() {
     takeRest(html);
     return true;
   });
-}
-
-void DetailForm::fitContents() {
-  if (ListView1->model()->columnCount() == 0) return;
-  ListView1->setColumnWidth(1, ListView1->viewport()->width() - ListView1->columnWidth(0));
-}
-
-void DetailForm::onResize() {
-  // The list gets its size behind this event, and its scroll bar behind that.
-  QTimer::singleShot(0, this, &DetailForm::fitContents);
 }
 
 }  // namespace qinghe

@@ -35,7 +35,6 @@ class DetailForm : public Form {
   explicit DetailForm(const DetailKind& kind);
 
   void onLoad() override;
-  void onResize() override;
 
   /// The id of the record to be shown.
   virtual qint32 recordId() const = 0;
@@ -50,11 +49,9 @@ class DetailForm : public Form {
  private:
   void addFixedRows();
   bool readRecord();
-  void fitContents();
 
   DetailKind kind_;
   QVBoxLayout* belowList_;
-  ListItem* mHitRow = nullptr;  ///< the row under the last mouse press
 };
 
 }  // namespace qinghe

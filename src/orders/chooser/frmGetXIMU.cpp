@@ -108,7 +108,6 @@ frmGetXIMU::frmGetXIMU()
 QPushButton* frmGetXIMU::button(const QString& name, const QString& caption) {
   auto* made = new QPushButton(caption, this);
   made->setObjectName(name);
-  made->setAutoDefault(false);
   return made;
 }
 

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <QLabel>
 #include <QTest>
 
 #include "orders/chooser/frmGetCYXXX.h"
@@ -83,6 +84,32 @@ TEST_F(Details, GoodsShowTheirFieldsIntroductionAndAttributes) {
   EXPECT_EQ(form.ListView1->itemAt(0)->icon(), u"Shxi"_s);
   EXPECT_EQ(form.ListView1->itemAt(7)->icon(), u"Shxi"_s);
   EXPECT_EQ(form.ListView1->itemAt(7)->key(), u"3 ID"_s);
+}
+
+TEST_F(Details, TheContentsFillTheListAndGrowWithIt) {
+  portal.answerWith({page({book}), page(attributes)});
+  auto& form = show<frmGetXIMUX>();
+  const auto* list = form.ListView1;
+  const auto filled = [list] {
+    return list->columnWidth(0) + list->columnWidth(1) == list->viewport()->width();
+  };
+  EXPECT_TRUE(filled());
+  const int before = list->width();
+  form.resize(form.width() + 200, form.height());
+  EXPECT_TRUE(QTest::qWaitFor([list, before] { return list->width() == before + 200; }));
+  EXPECT_TRUE(QTest::qWaitFor(filled));
+  EXPECT_EQ(list->columnWidth(0), 1600 / 15);
+}
+
+TEST_F(Details, TheIntroductionStandsBelowTheListBehindItsName) {
+  portal.answerWith({page({book}), page(attributes)});
+  auto& form = show<frmGetXIMUX>();
+  const auto* label = form.findChild<QLabel*>();
+  EXPECT_EQ(label->text(), u"介绍"_s);
+  EXPECT_EQ(label->buddy(), form.Text2->editor());
+  EXPECT_GT(label->y(), form.ListView1->geometry().bottom());
+  EXPECT_GT(form.Text2->y(), label->geometry().bottom() - 1);
+  EXPECT_GT(form.commandT->y(), form.Text2->geometry().bottom());
 }
 
 TEST_F(Details, GoodsAskForTheirRowAndThenForTheAttributesOfTheOwnIndustry) {
