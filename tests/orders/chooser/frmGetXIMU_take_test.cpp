@@ -30,6 +30,7 @@ class ChosenLines : public ChooserFixture {
       use();
     });
     showModalWaiting(chooser);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return QApplication::activeWindow() == &order; }));
     if (isLoaded<frmGetXIMU>()) TakeChosenLines(lines, chooser.chosenRows(), chooser.accepted());
   }
   void accept() { click(defaultInstance<frmGetXIMU>().commandC); }
@@ -96,21 +97,34 @@ TEST_F(ChosenLines, QuantitiesTypedEarlierAreTakenAgain) {
   EXPECT_EQ(lines[0].texts[LinePrice], u"12.5"_s);
 }
 
-TEST_F(ChosenLines, ACancelBehindAnAcceptTakesNothing) {
+TEST_F(ChosenLines, LeftOtherwiseBehindAnAcceptItTakesNothing) {
+  const std::function<void()> ways[] = {[this] { cancel(); }, [this] { key(Qt::Key_Escape); },
+                                        [this] { screen().close(); }};
+  for (const auto& leave : ways) {
+    choose([this] {
+      enter(0, ChosenQuantity, u"25"_s);
+      accept();
+    });
+    ASSERT_EQ(lines.size(), 1);
+    lines.clear();
+    choose(leave);
+    EXPECT_TRUE(lines.isEmpty());
+    EXPECT_FALSE(defaultInstance<frmGetXIMU>().accepted());
+  }
+}
+
+TEST_F(ChosenLines, ExitTakesNothingAndEndsTheChooser) {
+  bool accepted = false;
+  QObject::connect(defaultInstance<frmGetXIMU>().CheckOK, &QCheckBox::toggled,
+                   [&](bool on) { accepted = on; });
   choose([this] {
     enter(0, ChosenQuantity, u"25"_s);
     accept();
   });
+  EXPECT_TRUE(accepted);
   lines.clear();
-  choose([this] { cancel(); });
-  EXPECT_TRUE(lines.isEmpty());
-}
-
-TEST_F(ChosenLines, ExitTakesNothingAndEndsTheChooser) {
-  choose([this] {
-    enter(0, ChosenQuantity, u"25"_s);
-    pressExit();
-  });
+  choose([this] { pressExit(); });
+  EXPECT_FALSE(accepted);
   EXPECT_TRUE(lines.isEmpty());
   EXPECT_FALSE(isLoaded<frmGetXIMU>());
 }
