@@ -96,8 +96,8 @@ TEST_F(Details, TheContentsFillTheListAndGrowWithIt) {
   EXPECT_TRUE(filled());
   const int before = list->width();
   form.resize(form.width() + 200, form.height());
-  EXPECT_TRUE(QTest::qWaitFor([list, before] { return list->width() == before + 200; }));
-  EXPECT_TRUE(QTest::qWaitFor(filled));
+  EXPECT_TRUE(QTest::qWaitFor([list, before] { return list->width() == before + 200; }, 60'000));
+  EXPECT_TRUE(QTest::qWaitFor(filled, 60'000));
   EXPECT_EQ(list->columnWidth(0), 1600 / 15);
 }
 

@@ -26,11 +26,12 @@ class ChosenLines : public ChooserFixture {
     auto& chooser = defaultInstance<frmGetXIMU>();
     chooser.mOrderIdList = ChosenIdList(lines);
     QTimer::singleShot(0, &chooser, [&chooser, &use] {
-      EXPECT_TRUE(QTest::qWaitFor([&chooser] { return QApplication::activeWindow() == &chooser; }));
+      EXPECT_TRUE(
+          QTest::qWaitFor([&chooser] { return QApplication::activeWindow() == &chooser; }, 60'000));
       use();
     });
     showModalWaiting(chooser);
-    EXPECT_TRUE(QTest::qWaitFor([this] { return QApplication::activeWindow() == &order; }));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return QApplication::activeWindow() == &order; }, 60'000));
     if (isLoaded<frmGetXIMU>()) TakeChosenLines(lines, chooser.chosenRows(), chooser.accepted());
   }
   void accept() { click(defaultInstance<frmGetXIMU>().commandC); }
