@@ -91,6 +91,9 @@ TEST_F(GoodsChooser, EachClickAppendsAPageAndOneBehindTheLastHidesTheButton) {
   auto* more = screen().Command2;
   EXPECT_TRUE(more->isVisible());
   EXPECT_EQ(more->text(), u"33%"_s);
+  EXPECT_FALSE(more->icon().isNull());
+  EXPECT_EQ(more->toolTip(), u"下一页"_s) << "what the number is about";
+  EXPECT_EQ(more->accessibleName(), u"下一页"_s);
   enter(0, ChosenQuantity, u"6"_s);
 
   click(more);
