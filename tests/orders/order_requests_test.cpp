@@ -34,6 +34,7 @@ OrderLineRow filledLine() {
   row.key = u"417 ID"_s;
   for (std::size_t i = 0; i < row.texts.size(); ++i) row.texts[i] = u"c%1"_s.arg(i);
   row.texts[LineGoodsId] = u"31"_s;
+  row.texts[LineCode] = u" c1 "_s;
   row.texts[LineBookNumber] = u" N7 "_s;
   row.texts[LineCategory] = u" 小说 "_s;
   return row;
@@ -100,7 +101,7 @@ TEST(OrderRequests, ALineBelongsToItsOrder) {
   EXPECT_EQ(request.columnCount, u"17"_s);
   EXPECT_EQ(request.condition, u"id=417 and gohu_id=88"_s);
   EXPECT_EQ(joined(request.fields),
-            u"GOHU_ID=88&XIMU=c0&XIMU_BH=c1&SHLI=c2&JIGE=c3&JINE=c4&ZHKO=c5&YNSH=c6&BAXI=c7&"
+            u"GOHU_ID=88&XIMU=c0&XIMU_BH= c1 &SHLI=c2&JIGE=c3&JINE=c4&ZHKO=c5&YNSH=c6&BAXI=c7&"
             "LING=c8&XIMU_ID=31&BAZH=c10&GESH=c11&XIMU_NO= N7 &LEBI= 小说 &"_s);
 }
 
@@ -148,7 +149,7 @@ TEST(OrderRequests, TheLocalLineHasNoDiscountNoteAndTwoTrimmedTexts) {
     text += field.name + u'=' + localLineValue(filledLine(), field) + u'&';
   }
   EXPECT_EQ(text,
-            u"XIMU=c0&XIMU_BH=c1&SHLI=c2&JIGE=c3&JINE=c4&ZHKO=c5&YNSH=c6&BAXI=c7&LING=c8&"
+            u"XIMU=c0&XIMU_BH= c1 &SHLI=c2&JIGE=c3&JINE=c4&ZHKO=c5&YNSH=c6&BAXI=c7&LING=c8&"
             "XIMU_ID=31&GESH=c11&XIMU_NO=N7&LEBI=小说&"_s);
 }
 
