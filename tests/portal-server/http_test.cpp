@@ -292,15 +292,19 @@ TEST(HttpServer, WrongPasswordsAreSlowedDownWithoutHoldingOthersUp) {
   for (int i = 0; i < 3; ++i) {
     EXPECT_EQ(guesser.get(loginTarget("1001", "wrong")).text().firstCell(), "0");
   }
-  const auto began = std::chrono::steady_clock::now();
-  guesser.send("GET " + loginTarget("1001", "wrong") + " HTTP/1.1\r\nHost: p\r\n\r\n");
   WireClient other(server.port());
-  for (int i = 0; i < 20; ++i) EXPECT_EQ(other.get(industries).status, 200U);
-  const auto othersDone = std::chrono::steady_clock::now();
-  EXPECT_EQ(guesser.receive().text().firstCell(), "0");
-  const auto guessDone = std::chrono::steady_clock::now();
-  EXPECT_GE(guessDone - began, 500ms);
-  EXPECT_LT(othersDone, guessDone);
+  // Whoever were held up would wait as long as the guesser each time; a busy machine is slow at
+  // times.
+  bool servedMeanwhile = false;
+  for (int i = 0; i < 5 && !servedMeanwhile; ++i) {
+    const auto began = std::chrono::steady_clock::now();
+    guesser.send("GET " + loginTarget("1001", "wrong") + " HTTP/1.1\r\nHost: p\r\n\r\n");
+    for (int j = 0; j < 20; ++j) EXPECT_EQ(other.get(industries).status, 200U);
+    servedMeanwhile = std::chrono::steady_clock::now() - began < 500ms;
+    EXPECT_EQ(guesser.receive().text().firstCell(), "0");
+    EXPECT_GE(std::chrono::steady_clock::now() - began, 500ms);
+  }
+  EXPECT_TRUE(servedMeanwhile);
 }
 
 TEST(HttpServer, ARightPasswordEndsTheSlowingDown) {
