@@ -1,117 +1,11 @@
-#include "forms/CellEditor.h"
+#include "CellEditorFixture.h"
 
-#include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QLineEdit>
-#include <QPushButton>
 #include <QScrollBar>
-#include <QShortcut>
-#include <QVBoxLayout>
-
-#include "forms/FormsFixture.h"
 
 using namespace Qt::StringLiterals;
 using namespace qinghe;
-
-namespace {
-
-constexpr int quantity = 1, price = 2, sum = 3, discount = 4;
-
-/// A screen with a list over whose cells three inputs lie, and a control beside it.
-class Screen : public Form {
- public:
-  explicit Screen(const CellPlace& place = {}) : Form(Kind::Window, u"Screen"_s, u"订单"_s) {
-    for (const auto& title : {u"商品"_s, u"数量"_s, u"单价"_s, u"金额"_s, u"折扣"_s}) {
-      list->addColumn(title, 80);
-    }
-    column->addWidget(list);
-    const auto number = [](const QString& text) {
-      bool ok = false;
-      text.toDouble(&ok);
-      return ok ? QString() : u"必须是数值"_s;
-    };
-    const auto write = [this](int at) {
-      return [this, at](ListItem& row, const QString& text) {
-        left << u"%1/%2 %3"_s.arg(row.row()).arg(at).arg(text);
-        row.setSubItem(at, text);
-      };
-    };
-    cells = new CellEditor(list,
-                           {{quantity, u"TxtInputSL"_s, number, write(quantity)},
-                            {price, u"TxtInputJG"_s, number, write(price)},
-                            {discount, u"TxtInputZK"_s, {}, write(discount)}},
-                           place);
-    connect(cells, &CellEditor::changed, this, [this] { ++changes; });
-    connect(cells, &CellEditor::rightReleased, this, [this](const ListItem* row, const QPoint& at) {
-      rights << row->text();
-      rightAt = at;
-    });
-    // Behind the inputs, so that a focus which one of them loses would come here.
-    other = new QPushButton(u"别处"_s, this);
-    column->addWidget(other);
-    resize(460, 300);
-  }
-
-  void fill(int rows) {
-    for (int row = 0; row < rows; ++row) {
-      auto* item = list->addItem(u"%1 ID"_s.arg(row), u"书%1"_s.arg(row));
-      for (int at = 1; at <= 4; ++at) item->setSubItem(at, QString::number(10 * row + at));
-    }
-  }
-
-  QVBoxLayout* column = new QVBoxLayout(this);
-  ListView* list = new ListView(u"ListView1"_s, this);
-  QPushButton* other = nullptr;
-  CellEditor* cells = nullptr;
-  QStringList left, rights;
-  QPoint rightAt;
-  int changes = 0;
-};
-
-class CellEditorTest : public FormsFixture {
- protected:
-  void SetUp() override {
-    screen.fill(3);
-    screen.show();
-    screen.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&screen));
-    screen.list->setFocus();
-  }
-
-  TextBox* input(const QString& name) { return screen.findChild<TextBox*>(name); }
-  QPoint cell(int row, int column) {
-    return screen.list->cellRect(screen.list->itemAt(row), column).center();
-  }
-  void click(const QPoint& at, Qt::MouseButton button = Qt::LeftButton) {
-    QTest::mouseClick(screen.list->viewport(), button, {}, at);
-  }
-  void type(const QString& text) { QTest::keyClicks(QApplication::focusWidget(), text); }
-  void key(int key, Qt::KeyboardModifiers modifiers = {}) {
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key(key), modifiers);
-  }
-  /// Whether the list kept the event for itself.
-  bool askForMenu(QContextMenuEvent::Reason reason) {
-    QContextMenuEvent menu(reason, {5, 5}, screen.mapToGlobal(QPoint(5, 5)));
-    QCoreApplication::sendEvent(screen.list, &menu);
-    return menu.isAccepted();
-  }
-  /// The open input and the row it stands on, or "".
-  QString open() {
-    QStringList names;
-    for (const auto* box : screen.findChildren<TextBox*>()) {
-      if (box->isVisible()) {
-        names << u"%1@%2"_s.arg(box->objectName()).arg(screen.cells->editRow()->row());
-        EXPECT_EQ(QApplication::focusWidget(), box->editor());
-      }
-    }
-    EXPECT_EQ(screen.cells->isOpen(), !names.isEmpty());
-    return names.join(u' ');
-  }
-
-  Screen screen;
-};
-
-}  // namespace
 
 TEST_F(CellEditorTest, AReleaseOverAColumnOpensItsInputWithTheCellsTextSelected) {
   click(cell(1, price));
@@ -167,7 +61,7 @@ TEST_F(CellEditorTest, AnInputLiesOverItsCellAsFarAsTold) {
   };
   for (const Case& told : {Case{{}, {4, 4}, 1, 1}, Case{{60, 32, 16, 20}, {4, 2}, 1, 1},
                            Case{{60, 60, 96, 16}, {4, 4}, 6, 1}}) {
-    Screen other(told.place);
+    CellScreen other(told.place);
     other.fill(3);
     other.show();
     ASSERT_TRUE(other.cells->open(other.list->itemAt(2), price));
@@ -266,106 +160,6 @@ TEST_F(CellEditorTest, ARefusedTextKeepsTheInputAndSaysWhy) {
   key(Qt::Key_Escape);
   EXPECT_EQ(open(), QString());
   EXPECT_EQ(screen.list->itemAt(1)->subItem(quantity), u"11"_s);
-}
-
-TEST_F(CellEditorTest, TabAndEnterWalkTheCellsInReadingOrderAndEndAtTheList) {
-  for (const int step : {Qt::Key_Tab, Qt::Key_Return, Qt::Key_Enter}) {
-    screen.list->setFocus();
-    screen.list->setSelectedItem(screen.list->itemAt(1));
-    key(Qt::Key_Return);
-    QStringList walk;
-    while (screen.cells->isOpen() && walk.size() < 9) {
-      walk << open();
-      key(step, step == Qt::Key_Enter ? Qt::KeypadModifier : Qt::NoModifier);
-    }
-    EXPECT_EQ(walk.join(u' '),
-              u"TxtInputSL@1 TxtInputJG@1 TxtInputZK@1 TxtInputSL@2 TxtInputJG@2 TxtInputZK@2"_s);
-    EXPECT_EQ(QApplication::focusWidget(), screen.list);
-    EXPECT_EQ(screen.list->selectedItem(), screen.list->itemAt(2));
-  }
-}
-
-TEST_F(CellEditorTest, WithoutAMouseTheTextsAreTakenToo) {
-  key(Qt::Key_F2);
-  type(u"9"_s);
-  key(Qt::Key_Return);
-  type(u"8"_s);
-  key(Qt::Key_Down);
-  EXPECT_EQ(screen.left, QStringList({u"0/1 9"_s, u"0/2 8"_s}));
-}
-
-TEST_F(CellEditorTest, KeysWithCtrlOrAltAreNotTheCells) {
-  key(Qt::Key_F2, Qt::AltModifier);
-  EXPECT_EQ(open(), QString());
-  key(Qt::Key_F2);
-  for (const auto other : {Qt::Key_Tab, Qt::Key_Down, Qt::Key_Return, Qt::Key_Escape}) {
-    key(other, Qt::ControlModifier);
-    EXPECT_EQ(open(), u"TxtInputSL@0"_s) << other;
-  }
-}
-
-TEST_F(CellEditorTest, AnOpenInputHasItsKeysBeforeTheScreensShortcuts) {
-  int closed = 0;
-  new QShortcut(Qt::Key_Escape, &screen, [&closed] { ++closed; });
-  key(Qt::Key_F2);
-  key(Qt::Key_Escape);
-  EXPECT_EQ(open(), QString());
-  EXPECT_EQ(closed, 0);
-  key(Qt::Key_Escape);
-  EXPECT_EQ(closed, 1);
-}
-
-TEST_F(CellEditorTest, ShiftTabWalksBackwards) {
-  click(cell(1, price));
-  QStringList walk;
-  while (screen.cells->isOpen() && walk.size() < 9) {
-    walk << open();
-    key(Qt::Key_Backtab, Qt::ShiftModifier);
-  }
-  EXPECT_EQ(walk.join(u' '), u"TxtInputJG@1 TxtInputSL@1 TxtInputZK@0 TxtInputJG@0 TxtInputSL@0"_s);
-  EXPECT_EQ(QApplication::focusWidget(), screen.list);
-}
-
-TEST_F(CellEditorTest, UpAndDownWalkTheRowsOfAColumnAndStayAtTheEnds) {
-  click(cell(1, price));
-  type(u"5"_s);
-  key(Qt::Key_Up);
-  EXPECT_EQ(open(), u"TxtInputJG@0"_s);
-  EXPECT_EQ(screen.left, QStringList{u"1/2 5"_s});
-  type(u"x"_s);
-  key(Qt::Key_Up);
-  EXPECT_EQ(open(), u"TxtInputJG@0"_s) << "nothing is left, so nothing is asked";
-  scripted_->expect(Answer::Ok);
-  key(Qt::Key_Down);
-  EXPECT_EQ(open(), u"TxtInputJG@0"_s);
-  key(Qt::Key_Backspace);
-  type(u"7"_s);
-  screen.list->itemAt(1)->setKey(u"Count ID"_s);
-  key(Qt::Key_Down);
-  EXPECT_EQ(open(), u"TxtInputJG@2"_s);
-  EXPECT_EQ(screen.list->selectedItem(), screen.list->itemAt(2));
-  key(Qt::Key_Down);
-  EXPECT_EQ(open(), u"TxtInputJG@2"_s);
-}
-
-TEST_F(CellEditorTest, TheWalkScrollsToItsCell) {
-  screen.fill(60);
-  screen.list->setColumnWidth(0, 600);
-  screen.list->setSelectedItem(screen.list->itemAt(40));
-  key(Qt::Key_F2);
-  EXPECT_EQ(open(), u"TxtInputSL@40"_s);
-  const auto at = screen.list->cellRect(screen.list->itemAt(40), quantity);
-  EXPECT_TRUE(screen.list->viewport()->rect().contains(at)) << at.x() << ' ' << at.y();
-}
-
-TEST_F(CellEditorTest, EscLeavesTheCellAsItWasAndTheListHasTheFocus) {
-  key(Qt::Key_F2);
-  type(u"99"_s);
-  key(Qt::Key_Escape);
-  EXPECT_EQ(open(), QString());
-  EXPECT_EQ(QApplication::focusWidget(), screen.list);
-  EXPECT_TRUE(screen.left.isEmpty());
-  EXPECT_EQ(screen.list->itemAt(0)->subItem(quantity), u"1"_s);
 }
 
 TEST_F(CellEditorTest, WhatMayNotOpenOpensNeitherByMouseNorByKey) {
